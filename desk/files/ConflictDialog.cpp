@@ -59,7 +59,7 @@ ConflictDialog::ConflictDialog(Purpose purpose, const QString& backend, const QS
     text->setWordWrap(true);
     column->addWidget(text);
 
-    setUpRows(isSave ? tr("In the File") : tr("Now"));
+    setUpRows(isSave ? tr("Theirs") : tr("Now"));
     addRows(backend, conflicts);
     column->addWidget(rows, 1);
 

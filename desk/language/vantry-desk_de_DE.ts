@@ -726,16 +726,8 @@
         <translation>&amp;Speichern</translation>
     </message>
     <message>
-        <source>Write the selected attributes, or whole files, into their files</source>
-        <translation>Schreibt die ausgewählten Attribute oder ganze Dateien in ihre Dateien</translation>
-    </message>
-    <message>
         <source>&amp;Drop</source>
         <translation>&amp;Verwerfen</translation>
-    </message>
-    <message>
-        <source>Give the selected attributes, or whole files, the values of their files; Undo brings them back</source>
-        <translation>Gibt den ausgewählten Attributen oder ganzen Dateien die Werte ihrer Dateien; „Rückgängig“ bringt die Änderungen zurück</translation>
     </message>
     <message>
         <source>Keep &amp;Mine</source>
@@ -748,10 +740,6 @@
     <message>
         <source>Take &amp;Theirs</source>
         <translation>Fr&amp;emde übernehmen</translation>
-    </message>
-    <message>
-        <source>Of the selected conflicts, what the file holds stays</source>
-        <translation>Bei den ausgewählten Konflikten bleibt, was in der Datei steht</translation>
     </message>
     <message>
         <source>Write the lines of the hunks with the cursor or the selection into the file</source>
@@ -789,6 +777,18 @@
         <source>Save %1 H&amp;unks</source>
         <translation>%1 Abschn&amp;itte speichern</translation>
     </message>
+    <message>
+        <source>Save the selected changes, of a selected file or store all of them</source>
+        <translation>Speichert die ausgewählten Änderungen, von einer ausgewählten Datei oder einem Datenspeicher alle</translation>
+    </message>
+    <message>
+        <source>Take back the selected changes, of a selected file or store all of them; Undo brings them back</source>
+        <translation>Nimmt die ausgewählten Änderungen zurück, von einer ausgewählten Datei oder einem Datenspeicher alle; „Rückgängig“ bringt sie wieder</translation>
+    </message>
+    <message>
+        <source>Of the selected conflicts, what the other program saved stays</source>
+        <translation>Bei den ausgewählten Konflikten bleibt, was das andere Programm gespeichert hat</translation>
+    </message>
 </context>
 <context>
     <name>Vantry::ChangesModel</name>
@@ -807,10 +807,6 @@
     <message>
         <source>State</source>
         <translation>Zustand</translation>
-    </message>
-    <message>
-        <source>In the File</source>
-        <translation>In der Datei</translation>
     </message>
     <message>
         <source>Unsaved</source>
@@ -851,6 +847,10 @@
     <message>
         <source>(what is open)</source>
         <translation>(was offen ist)</translation>
+    </message>
+    <message>
+        <source>Saved</source>
+        <translation>Gespeichert</translation>
     </message>
 </context>
 <context>
@@ -910,10 +910,6 @@
         <translation>%1 wurde geändert, seit die aufbewahrten Änderungen entstanden sind. Wählen Sie für jedes Attribut, wessen Wert bleiben soll; alle anderen werden übernommen.</translation>
     </message>
     <message>
-        <source>In the File</source>
-        <translation>In der Datei</translation>
-    </message>
-    <message>
         <source>Now</source>
         <translation>Jetzt</translation>
     </message>
@@ -956,6 +952,10 @@
     <message>
         <source>keep mine</source>
         <translation>meinen behalten</translation>
+    </message>
+    <message>
+        <source>Theirs</source>
+        <translation>Fremder</translation>
     </message>
 </context>
 <context>
