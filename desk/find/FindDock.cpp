@@ -108,7 +108,9 @@ void FindDock::scheduleSearch()
 
 void FindDock::search()
 {
-    const SearchRun::SearchQuery query = form->getQuery();
+    SearchRun::SearchQuery query = form->getQuery();
+    if (query.replacement && query.roots.isEmpty())
+        query.roots = files.getOpened(); // what is in no file, as the page that is shown, cannot be undone
     const auto fault = repository->getSearchInterface()->findFault(query);
     form->showFault(fault);
     isFaulty = fault.has_value();

@@ -212,6 +212,15 @@ private slots:
         QCOMPARE(read(maximum), limit);
     }
 
+    // The page that is shown is an attribute, too.
+    void replacesInFilesOnly()
+    {
+        beginTyping("ctrl+h", "attributes");
+        QTRY_COMPARE(status(), QStringLiteral("Nothing found"));
+        QVERIFY(pressKey(QStringLiteral("ctrl+f")));
+        QTRY_COMPARE(status(), QStringLiteral("1 found"));
+    }
+
     void asksBeforeItReplacesVeryMany()
     {
         constexpr int count = 11;
