@@ -813,10 +813,6 @@
         <translation>Ungespeichert</translation>
     </message>
     <message>
-        <source>Both Began With</source>
-        <translation>Ursprünglich</translation>
-    </message>
-    <message>
         <source>1 change</source>
         <translation>1 Änderung</translation>
     </message>
@@ -851,6 +847,10 @@
     <message>
         <source>Saved</source>
         <translation>Gespeichert</translation>
+    </message>
+    <message>
+        <source>Base</source>
+        <translation>Basis</translation>
     </message>
 </context>
 <context>
@@ -1422,7 +1422,7 @@ wie in etcd://HOST:PORT/NAME?credentials=DATEI&amp;&amp;offline=queue:</translat
     </message>
     <message>
         <source>&amp;Go</source>
-        <translation>&amp;Gehe</translation>
+        <translation>&amp;Hingehen</translation>
     </message>
     <message>
         <source>This is neither the path of an attribute nor a line of a file.</source>
@@ -1764,10 +1764,6 @@ Das Fenster ohne diese Eingabe schließen?</translation>
         <translation>Lösc&amp;hen...</translation>
     </message>
     <message>
-        <source>Re&amp;vert to the File</source>
-        <translation>Auf die D&amp;atei zurücksetzen</translation>
-    </message>
-    <message>
         <source>&amp;Array Element</source>
         <translation>Array-Ele&amp;ment</translation>
     </message>
@@ -1846,6 +1842,10 @@ Das Fenster ohne diese Eingabe schließen?</translation>
     <message>
         <source>&amp;Delete</source>
         <translation>&amp;Löschen</translation>
+    </message>
+    <message>
+        <source>Re&amp;vert to What Is Saved</source>
+        <translation>Auf das Gespeicherte &amp;zurücksetzen</translation>
     </message>
 </context>
 <context>
