@@ -1409,6 +1409,10 @@ wie in etcd://HOST:PORT/NAME?credentials=DATEI&amp;&amp;offline=queue:</translat
         <source>&amp;Go</source>
         <translation>&amp;Gehe zu</translation>
     </message>
+    <message>
+        <source>&amp;Remove a Bookmark</source>
+        <translation>Ein Lesezeichen &amp;entfernen</translation>
+    </message>
 </context>
 <context>
     <name>Vantry::GoToDialog</name>
@@ -1686,10 +1690,6 @@ Das Fenster ohne diese Eingabe schließen?</translation>
         <translation>&amp;Tasten...</translation>
     </message>
     <message>
-        <source>%1 is no longer there.</source>
-        <translation>%1 gibt es nicht mehr.</translation>
-    </message>
-    <message>
         <source>The tree shows everything again, since its search left out %1.</source>
         <translation>Der Baum zeigt wieder alles, da seine Suche %1 ausgelassen hat.</translation>
     </message>
@@ -1732,6 +1732,10 @@ Das Fenster ohne diese Eingabe schließen?</translation>
     <message>
         <source>&amp;Text</source>
         <translation>Te&amp;xt</translation>
+    </message>
+    <message>
+        <source>%1 is in nothing that is open.</source>
+        <translation>%1 ist in nichts, was geöffnet ist.</translation>
     </message>
 </context>
 <context>

@@ -26,6 +26,8 @@ GoMenu::GoMenu(SelectedPath selected, QWidget* parent)
     bookmark =
         addAction(tr("Bookmark the &Selected Node"), this, &GoMenu::toggleBookmark, Qt::CTRL + Qt::Key_B);
     bookmark->setObjectName(QStringLiteral("bookmark"));
+    removal = addMenu(tr("&Remove a Bookmark"));
+    removal->setObjectName(QStringLiteral("removeBookmark"));
     addSeparator();
     connect(this, &QMenu::aboutToShow, this, &GoMenu::offer);
     readBookmarks();
@@ -83,10 +85,16 @@ void GoMenu::toggleBookmark()
     if (path.isEmpty())
         return;
     readBookmarks();
-    if (bookmarks.removeAll(path) == 0)
-        bookmarks.append(path);
-    QSettings().setValue(bookmarksKey, bookmarks);
-    showBookmarks();
+    QStringList changed = bookmarks;
+    if (changed.removeAll(path) == 0)
+        changed.append(path);
+    keep(changed);
+}
+
+void GoMenu::keep(const QStringList& changed)
+{
+    QSettings().setValue(bookmarksKey, changed);
+    readBookmarks();
     offer();
 }
 
@@ -95,6 +103,8 @@ void GoMenu::showBookmarks()
 {
     qDeleteAll(entries);
     entries.clear();
+    removal->clear();
+    removal->setEnabled(!bookmarks.isEmpty());
     for (const QString& path : qAsConst(bookmarks)) {
         QAction* const entry = addAction(menuText(path), this, [this, path] {
             noteJump(selectedPath(), path);
@@ -103,6 +113,14 @@ void GoMenu::showBookmarks()
         if (entries.size() < 9)
             entry->setShortcut(Qt::ALT + Qt::Key_1 + entries.size());
         entries.append(entry);
+        const auto remove = [this, path] {
+            readBookmarks();
+            QStringList others = bookmarks;
+            others.removeAll(path);
+            keep(others);
+        };
+        connect(removal->addAction(menuText(path)), &QAction::triggered, this, remove,
+                Qt::QueuedConnection); // which deletes the entry
     }
 }
 

@@ -31,6 +31,7 @@ private:
     void goBack();
     void goForward();
     void toggleBookmark();
+    void keep(const QStringList& bookmarks);
     void showBookmarks();
     void offer();
 
@@ -43,6 +44,7 @@ private:
     QAction* back;
     QAction* forward;
     QAction* bookmark;
+    QMenu* removal;          // of bookmarks, also of those whose nodes are gone
     QList<QAction*> entries; // of the bookmarks
 };
 
