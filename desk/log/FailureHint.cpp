@@ -335,7 +335,7 @@ void FailureHint::endEdit()
 void FailureHint::fitText()
 {
     const QString line = QString(text).replace(QLatin1Char('\n'), QLatin1Char(' '));
-    label->setText(label->fontMetrics().elidedText(line, Qt::ElideRight, label->width()));
+    label->setText(label->fontMetrics().elidedText(line, Qt::ElideMiddle, label->width()));
 }
 
 void FailureHint::resizeEvent(QResizeEvent* event)
