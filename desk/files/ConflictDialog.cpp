@@ -76,8 +76,7 @@ ConflictDialog::ConflictDialog(Purpose purpose, const QString& backend, const QS
 
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Save | QDialogButtonBox::Cancel);
     save = buttons->button(QDialogButtonBox::Save);
-    if (!isSave)
-        save->setText(tr("&Apply"));
+    save->setText(isSave ? tr("&Save") : tr("&Apply"));
     save->setDefault(true);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);

@@ -957,6 +957,10 @@
         <source>Theirs</source>
         <translation>Fremder</translation>
     </message>
+    <message>
+        <source>&amp;Save</source>
+        <translation>&amp;Speichern</translation>
+    </message>
 </context>
 <context>
     <name>Vantry::DeskApplication</name>
