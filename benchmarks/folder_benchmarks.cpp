@@ -1,7 +1,9 @@
+#include "benchmarks/ResidentMemory.h"
 #include "benchmarks/SampleFiles.h"
 #include "repository/AttributeRepository.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -53,6 +55,23 @@ void openFolder(benchmark::State& state)
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
+// What the attributes of all take, counted in bytes of memory for each byte of their files.
+void countMemory(benchmark::State& state)
+{
+    const QString folder = folderOf(int(state.range(0)));
+    qint64 bytes = 0;
+    for (QDirIterator each(folder, QDir::Files, QDirIterator::Subdirectories); each.hasNext();) {
+        each.next();
+        bytes += each.fileInfo().size();
+    }
+    auto repository = Repository::AttributeRepository::create();
+    const qint64 before = trimmedResidentBytes();
+    for ([[maybe_unused]] auto _ : state)
+        repository->getBackendInterface()->createBackend(QStringLiteral("folder"), QStringLiteral("m"),
+                                                         {folder, QString(), AccessMode::ReadWrite}, 2);
+    state.counters["times"] = double(residentBytes() - before) / double(bytes);
+}
+
 void readFiles(benchmark::State& state)
 {
     const QString folder = folderOf(int(state.range(0)));
@@ -81,3 +100,4 @@ void folderSizes(benchmark::internal::Benchmark* row)
 
 BENCHMARK(readFiles)->Name("Floor/ReadFiles")->Apply(folderSizes);
 BENCHMARK(openFolder)->Name("Folder/Open")->Apply(folderSizes);
+BENCHMARK(countMemory)->Name("Folder/Memory")->Arg(5000)->Iterations(1)->Unit(benchmark::kMillisecond);

@@ -35,6 +35,7 @@ TARGETS = [
     (r"Documents/LoadYaml/(\d+)", r"Peer/YamlCpp/\1", 1.0, "time"),
     (r"Documents/Load(Ini|Json|Xml)/(\d+)", r"Peer/Augeas/\1/\2", 1 / 20, "time"),
     (r"Folder/Open/(\d+)", r"Floor/ReadFiles/\1", 10.0, "time"),
+    (r"Folder/Memory/\d+", 5.0, 1.0, "times"),
     (r"Fleet/Load/(\d+)", r"Peer/EtcdLoad/\1", 2.0, "time"),
     (r"Fleet/WriteSequential", r"Peer/EtcdWriteSequential", 1.2, "time"),
     (r"Fleet/WriteBatch", r"Peer/EtcdWriteBatch", 2.0, "time"),

@@ -1,12 +1,9 @@
 #include "benchmarks/LoadLoops.h"
+#include "benchmarks/ResidentMemory.h"
 #include "repository/AttributeRepository.h"
 
-#include <QFile>
-
 #include <benchmark/benchmark.h>
-#include <malloc.h>
 #include <optional>
-#include <unistd.h>
 
 // The two loops of the load-test page. The page freezes while they run, so each run is timed whole.
 
@@ -64,21 +61,12 @@ void updateAndNotify(benchmark::State& state)
     state.SetItemsProcessed(state.iterations() * count);
 }
 
-qint64 residentBytes()
-{
-    QFile file(QStringLiteral("/proc/self/statm"));
-    if (!file.open(QIODevice::ReadOnly))
-        return 0;
-    return file.readAll().split(' ').value(1).toLongLong() * sysconf(_SC_PAGESIZE);
-}
-
 // Counts what one of them adds to the process.
 template <typename Owner>
 void countMemory(benchmark::State& state)
 {
     const int count = int(state.range(0));
-    malloc_trim(0); // what other rows have freed must be asked for again
-    const qint64 before = residentBytes();
+    const qint64 before = trimmedResidentBytes();
     for ([[maybe_unused]] auto _ : state) {
         Owner owner;
         create(owner, count);

@@ -61,12 +61,14 @@ private:
     void take(const fs::directory_entry& entry, int depth)
     {
         std::error_code gone; // meanwhile
-        const fs::file_status status = entry.symlink_status(gone);
+        const bool isLink = entry.is_symlink(gone);
         const std::string path = entry.path().string();
         const std::string below = path.substr(std::min(path.size(), top.size() + 1));
-        if (fs::is_regular_file(status) && filter.takesFile(below) && isSmallEnough(entry))
+        if (isLink)
+            return;
+        if (entry.is_regular_file(gone) && filter.takesFile(below) && isSmallEnough(entry))
             found.files.push_back(path);
-        else if (fs::is_directory(status) && isWithin(depth) && filter.takesFolder(below))
+        else if (entry.is_directory(gone) && isWithin(depth) && filter.takesFolder(below))
             scan(path, depth + 1);
     }
 

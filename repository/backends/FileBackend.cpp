@@ -214,7 +214,7 @@ Outcome FileBackend::mergeExternal(const std::string& found, const Files::FileDi
             std::swap(content, copy);
         } else {
             theirs = Documents::makeDocument(description.type.toStdString());
-            theirs->parse(found);
+            theirs->parseAgain(found);
             changes = change([&] { misfit = content.merge(std::move(theirs), found); });
         }
         hasUnmergedDiskContent = !misfit.empty();

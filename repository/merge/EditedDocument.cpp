@@ -95,7 +95,7 @@ EditedDocument::EditedDocument(const Snapshot& snapshot)
 std::unique_ptr<Document> EditedDocument::parsed(const std::string& text) const
 {
     auto fresh = Documents::makeDocument(type);
-    fresh->parse(text);
+    fresh->parseAgain(text);
     return fresh;
 }
 
@@ -251,8 +251,8 @@ std::vector<DocumentChange> EditedDocument::changesBetween(const std::string& ty
         return {};
     const auto old = Documents::makeDocument(type);
     const auto present = Documents::makeDocument(type);
-    old->parse(std::move(before));
-    present->parse(std::move(after));
+    old->parseAgain(std::move(before));
+    present->parseAgain(std::move(after));
     return withoutImpliedGroups(compareDocuments(*old, *present));
 }
 

@@ -12,7 +12,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QScopeGuard>
 
 #include <algorithm>
 
@@ -59,31 +58,39 @@ bool FileBackends::isSamePlace(const QString& location, const QString& other) co
 
 Outcome FileBackends::open(const Backend::Description& description, const Mount& mount)
 {
+    Reading reading;
+    const Outcome outcome = read(description, reading);
+    if (!reading.backend)
+        return outcome;
+    const Outcome mounted = show(reading, mount);
+    return mounted.ok() ? outcome : mounted;
+}
+
+Outcome FileBackends::read(const Backend::Description& description, Reading& reading)
+{
     if (description.filePath.isEmpty())
         return {StatusCode::NotFound, Texts::tr("no file was named")};
     const Files::FileLocation location = locationOf(description.filePath);
-    const QString identity = fileIdentity(description.filePath, location);
-    Outcome outcome = reserve(identity);
+    Outcome outcome = reserve(fileIdentity(description.filePath, location), reading);
     if (!outcome.ok()) {
         const bool isLeftAlone =
             description.type.isEmpty() && FileFormat::ofUnchosenFile(description.filePath).isEmpty();
         return isLeftAlone ? Outcome() : outcome;
     }
-    const auto release = qScopeGuard([&] {
-        const std::lock_guard lock(mutex);
-        opening.remove(identity);
-    });
-    const auto before = std::chrono::system_clock::now();
-    const auto backend = FileBackend::open(description, location, outcome);
-    if (!backend)
-        return outcome;
-    const Outcome mounted = mount(backend);
+    reading.since = std::chrono::system_clock::now();
+    reading.backend = FileBackend::open(description, location, outcome);
+    return outcome;
+}
+
+Outcome FileBackends::show(const Reading& reading, const Mount& mount)
+{
+    const Outcome mounted = mount(reading.backend);
     if (!mounted.ok())
         return mounted;
-    backend->releaseDocument();
-    noteFile(backend, identity);
-    watch(backend, before);
-    return outcome;
+    reading.backend->releaseDocument();
+    noteFile(reading.backend, *reading.identity);
+    watch(reading.backend, reading.since);
+    return mounted;
 }
 
 void FileBackends::forget(const Backend& backend)
@@ -138,8 +145,15 @@ void FileBackends::unwatch(const Backend& backend)
         watcher->unwatch(watches.take(&backend));
 }
 
+void FileBackends::Release::operator()(const QString* identity) const
+{
+    const std::lock_guard lock(files->mutex);
+    files->opening.remove(*identity);
+    delete identity;
+}
+
 // Keeps the file for the caller, so that two creations at once do not both open it.
-Outcome FileBackends::reserve(const QString& identity)
+Outcome FileBackends::reserve(const QString& identity, Reading& reading)
 {
     const std::lock_guard lock(mutex);
     for (const auto& backend : mayBeOf(identity)) {
@@ -154,6 +168,7 @@ Outcome FileBackends::reserve(const QString& identity)
                        Texts::tr("the file is just being opened by another backend"))
             .in(identity);
     opening.insert(identity);
+    reading.identity = std::unique_ptr<const QString, Release>(new QString(identity), Release{this});
     return {};
 }
 

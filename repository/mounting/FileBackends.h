@@ -12,6 +12,8 @@
 
 namespace Repository {
 
+class DocumentBackend;
+
 struct AttributeTree;
 
 // Opens files as backends, each file once, and follows what other programs write into them.
@@ -27,10 +29,30 @@ public:
     bool isSamePlace(const QString& location, const QString& other) const override;
     // Without a type the file's is recognised; one of no type that is known is left alone.
     Outcome open(const Backend::Description& description, const Mount& mount) override;
+
+    struct Release
+    {
+        FileBackends* files;
+
+        void operator()(const QString* identity) const;
+    };
+
+    // A file that was read. No other backend gets it before this is destroyed.
+    struct Reading
+    {
+        std::shared_ptr<DocumentBackend> backend; // null when there is nothing to show
+        std::chrono::system_clock::time_point since;
+        std::unique_ptr<const QString, Release> identity;
+    };
+
+    // The halves of opening.
+    Outcome read(const Backend::Description& description, Reading& reading);
+    Outcome show(const Reading& reading, const Mount& mount);
+
     void forget(const Backend& backend) override;
 
 private:
-    Outcome reserve(const QString& identity);
+    Outcome reserve(const QString& identity, Reading& reading);
     std::vector<std::shared_ptr<Backend>> mayBeOf(const QString& identity) const;
     void noteFile(const std::shared_ptr<Backend>& backend, const QString& identity);
     void watch(const std::shared_ptr<Backend>& backend, std::chrono::system_clock::time_point since);

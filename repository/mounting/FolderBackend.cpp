@@ -13,10 +13,10 @@
 #include <QFileInfo>
 
 #include <algorithm>
-#include <condition_variable>
 #include <sys/stat.h>
 #include <system_error>
 #include <thread>
+#include <utility>
 
 namespace Repository {
 
@@ -40,31 +40,34 @@ std::pair<qint64, qint64> stateOf(const QString& file)
     return {status.st_mtim.tv_sec * second + status.st_mtim.tv_nsec, status.st_size};
 }
 
-// Lets several threads that take numbers in their order do something in that order.
-class Turns
+// Has what several threads have done in any order carried on with in the order of its numbers, by whichever
+// of them has just done what was missing. None waits for another.
+class InOrder
 {
 public:
-    void await(int number)
+    explicit InOrder(int count) : done(std::size_t(count)) {}
+
+    template <typename CarryOn>
+    void add(int number, const CarryOn& carryOn)
     {
         std::unique_lock lock(mutex);
-        ended.wait(lock, [&] { return next == number; });
-    }
-
-    // Also of one that has not been awaited.
-    void end(int number)
-    {
-        await(number);
-        {
-            const std::lock_guard lock(mutex);
-            ++next;
+        done[std::size_t(number)] = true;
+        if (isBusy)
+            return;
+        isBusy = true;
+        for (; next < done.size() && done[next]; ++next) {
+            lock.unlock();
+            carryOn(int(next));
+            lock.lock();
         }
-        ended.notify_all();
+        isBusy = false;
     }
 
 private:
     std::mutex mutex;
-    std::condition_variable ended;
-    int next = 0;
+    std::vector<bool> done;
+    std::size_t next = 0;
+    bool isBusy = false;
 };
 
 } // namespace
@@ -174,16 +177,18 @@ Outcome FolderBackend::scan()
 
 void FolderBackend::openAll(const QStringList& unknown)
 {
+    std::vector<Opening> openings(std::size_t(unknown.size()));
+    InOrder inOrder(unknown.size());
     std::atomic<int> next{0};
     done = 0;
     total = unknown.size();
-    Turns turns;
     const auto work = [&] {
         for (int each = next++; each < unknown.size(); each = next++) {
-            if (!isClosed())
-                openOne(unknown[each], [&turns, each] { turns.await(each); });
-            turns.end(each);
-            ++done;
+            openings[std::size_t(each)] = read(unknown[each]);
+            inOrder.add(each, [&](int number) {
+                show(std::exchange(openings[std::size_t(number)], {}));
+                ++done;
+            });
         }
     };
     std::vector<std::thread> helpers;
@@ -199,44 +204,58 @@ void FolderBackend::openAll(const QStringList& unknown)
     done = total = 0;
 }
 
-void FolderBackend::openOne(const QString& file, const std::function<void()>& awaitTurn)
+FolderBackend::Opening FolderBackend::read(const QString& file)
 {
-    const auto state = stateOf(file);
-    const QFileInfo info(file);
-    bool wasProblem = false;
-    std::shared_ptr<Backend> opened;
-    const auto open = [&]() -> Outcome {
+    Opening opening;
+    if (isClosed())
+        return opening;
+    opening.file = file;
+    opening.state = stateOf(file);
+    const auto readFile = [&]() -> Outcome {
+        const QFileInfo info(file);
         if (!info.isReadable())
             return {StatusCode::BackendFailure, Texts::tr("this user may not read it")};
         // What is larger is read as a whole only once it is known to be of some type.
-        const bool isSmall = state.second <= FileFormat::enough;
+        const bool isSmall = opening.state.second <= FileFormat::enough;
         const QString type = isSmall ? QString() : FileFormat::ofUnchosenFile(file);
-        const auto attributes = store.lock();
-        if (!attributes || (!isSmall && type.isEmpty()))
+        if (!isSmall && type.isEmpty())
             return {};
         const bool isWritable = description.accessMode != AccessMode::ReadOnly && info.isWritable();
-        return fileBackends.open(
-            {nameOf(file), type, file, file, isWritable ? description.accessMode : AccessMode::ReadOnly},
-            [&](const std::shared_ptr<Backend>& backend) {
-                awaitTurn();
-                opened = backend;
-                noteNames(backend->getName());
-                return Mounts(*attributes->getTree(), attributes->getHistory()).mount(backend);
-            });
+        const AccessMode mode = isWritable ? description.accessMode : AccessMode::ReadOnly;
+        return fileBackends.read({nameOf(file), type, file, file, mode}, opening.reading);
     };
-    Outcome outcome = guardMemory(open);
+    opening.outcome = guardMemory(readFile);
+    return opening;
+}
+
+void FolderBackend::show(Opening opening)
+{
+    const auto attributes = store.lock();
+    if (opening.file.isEmpty() || isClosed() || !attributes)
+        return;
+    const auto mount = [&](const std::shared_ptr<Backend>& backend) {
+        noteNames(backend->getName());
+        return Mounts(*attributes->getTree(), attributes->getHistory()).mount(backend);
+    };
+    const std::shared_ptr<Backend> backend = opening.reading.backend;
+    if (backend) {
+        const Outcome mounted = guardMemory([&] { return fileBackends.show(opening.reading, mount); });
+        if (!mounted.ok())
+            opening.outcome = mounted;
+    }
+    bool wasProblem = false;
     {
         const std::lock_guard lock(filesMutex);
-        wasProblem = unopened.remove(file) > 0;
-        if (outcome.ok() && opened) {
-            files.insert(file, opened);
-            opened->setLocked(isLocked());
+        wasProblem = unopened.remove(opening.file) > 0;
+        if (opening.outcome.ok() && backend) {
+            files.insert(opening.file, backend);
+            backend->setLocked(isLocked());
         } else {
-            unopened.insert(file, state);
+            unopened.insert(opening.file, opening.state);
         }
     }
-    if (!outcome.ok() || wasProblem)
-        report(outcome.in(file));
+    if (!opening.outcome.ok() || wasProblem)
+        report(opening.outcome.in(opening.file));
 }
 
 void FolderBackend::report(Outcome outcome)

@@ -56,6 +56,16 @@ protected:
 
 private:
     using OpenFiles = QHash<QString, std::shared_ptr<Backend>>;
+    using State = std::pair<qint64, qint64>;
+
+    // A file between being read and being shown; without a path, when it is to be left alone.
+    struct Opening
+    {
+        QString file;
+        State state;
+        FileBackends::Reading reading;
+        FrameworkCore::AppConfig::Outcome outcome;
+    };
 
     OpenFiles getFiles() const;
     QString nameOf(const QString& file) const;
@@ -63,7 +73,8 @@ private:
     bool isUnknown(const QString& file) const;
     void closeMissing(const QSet<QString>& present);
     void openAll(const QStringList& unknown);
-    void openOne(const QString& file, const std::function<void()>& awaitTurn);
+    Opening read(const QString& file);
+    void show(Opening opening);
     void report(Outcome outcome);
     Outcome closeFile(const QString& file, const std::shared_ptr<Backend>& backend, bool discardChanges);
 
@@ -78,9 +89,9 @@ private:
     std::mutex saving;
     std::mutex scanning; // one at a time; taken before all others
 
-    mutable std::mutex filesMutex;                      // guards what follows; taken last
-    OpenFiles files;                                    // that are open, by their paths
-    QHash<QString, std::pair<qint64, qint64>> unopened; // the states in which files could not be opened
+    mutable std::mutex filesMutex;  // guards what follows; taken last
+    OpenFiles files;                // that are open, by their paths
+    QHash<QString, State> unopened; // the states in which files could not be opened
     QStringList folders;
     int problems = 0;                           // of the last scan
     std::map<QString, std::set<QString>> shown; // names by the paths of their groups

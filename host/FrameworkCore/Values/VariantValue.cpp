@@ -346,8 +346,10 @@ QVariant toVariant(const Value& value)
             return holdingText(*std::move(characters));
         return QVariant(QByteArray::fromStdString(*text));
     case Type::StringList: {
+        const auto& elements = std::get<std::vector<std::string>>(value.data);
         QStringList list;
-        for (const std::string& element : std::get<std::vector<std::string>>(value.data))
+        list.reserve(int(elements.size()));
+        for (const std::string& element : elements)
             list << fromBytes(element).value_or(fromLatin(toText(Value{Type::ByteArray, element})));
         return QVariant(list);
     }

@@ -4,6 +4,7 @@
 #include "repository/documents/common/ExcerptText.h"
 
 #include <algorithm>
+#include <new>
 
 namespace Repository::Documents {
 
@@ -43,6 +44,12 @@ Outcome Document::endRun(std::string&)
     return {};
 }
 
+void Document::parseAgain(std::string bytes)
+{
+    if (!parse(std::move(bytes)).ok())
+        throw std::bad_alloc();
+}
+
 Outcome Document::replaceAll(std::string_view path, const std::vector<Entry>& entries, std::size_t& refused)
 {
     std::string before = getBytes();
@@ -51,7 +58,7 @@ Outcome Document::replaceAll(std::string_view path, const std::vector<Entry>& en
     if (outcome.ok())
         outcome = insertAll(path, entries, refused);
     if (!outcome.ok())
-        parse(std::move(before));
+        parseAgain(std::move(before));
     return outcome;
 }
 
@@ -75,7 +82,7 @@ Outcome Document::insertAll(std::string_view path, const std::vector<Entry>& ent
         refused = std::size_t(std::find_if(entries.begin(), entries.end(), isLacking) - entries.begin());
     }
     if (!outcome.ok())
-        parse(std::move(before));
+        parseAgain(std::move(before));
     return outcome;
 }
 

@@ -88,6 +88,9 @@ public:
     // Takes over the text of a file, dropping what was there. An empty text is an empty document.
     virtual Outcome parse(std::string bytes) = 0;
 
+    // The same with a text that parsed before. Throws std::bad_alloc, as nothing else can be missing.
+    void parseAgain(std::string bytes);
+
     // In the order of the file, parents before children, each node once.
     virtual void visit(const std::function<void(const Entry&)>& visitor) const = 0;
 

@@ -88,7 +88,7 @@ bool insertAsWritten(Document& document, std::string_view path, const Excerpt& e
         return false;
     if (holdsEntries(document, path, std::move(expected)))
         return true;
-    document.parse(std::move(before));
+    document.parseAgain(std::move(before));
     return false;
 }
 

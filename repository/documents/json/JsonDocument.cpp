@@ -270,7 +270,7 @@ Outcome JsonDocument::replaceAll(std::string_view path, const std::vector<Entry>
     const bool isValue = entries.size() == 1 && entries.front().path.empty();
     if (isValue ? set(path, entries.front().value).ok() : graft(path, entries))
         return {};
-    parse(before);
+    parseAgain(before);
     const std::string reason = JsonText::explainRefusal(entries);
     return reason.empty() ? Document::replaceAll(path, entries, index) : refused(reason);
 }
@@ -364,7 +364,7 @@ bool JsonDocument::insertExcerpt(std::string_view path, const Excerpt& excerpt)
     }
     if (graftText(id, *text))
         return true;
-    parse(std::move(before));
+    parseAgain(std::move(before));
     return false;
 }
 
@@ -375,7 +375,7 @@ bool JsonDocument::becomeExcerpt(const Excerpt& excerpt)
         return false;
     const bool isObject = file->tree.node(file->tree.getRoot()).kind == JsonKind::Object;
     if (!excerpt.types.empty() && !isObject) {
-        parse({});
+        parseAgain({});
         return false;
     }
     for (const auto& [below, type] : excerpt.types)

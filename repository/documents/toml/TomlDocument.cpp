@@ -205,7 +205,7 @@ bool TomlDocument::removalMovesSiblings(std::string_view path) const
 void TomlDocument::makeRoom()
 {
     if (!file->tree.hasRoom())
-        parse(getBytes());
+        parseAgain(getBytes());
 }
 
 Outcome TomlDocument::insert(std::string_view path, const Value& value)

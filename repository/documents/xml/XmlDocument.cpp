@@ -144,7 +144,7 @@ Outcome XmlDocument::editReading(const std::function<Outcome()>& edit)
             return outcome;
         }
     }
-    parse(std::move(before));
+    parseAgain(std::move(before));
     return refused(Reason::tr("with it, other values of the file would be read with other blanks"));
 }
 
@@ -377,7 +377,7 @@ bool XmlDocument::insertExcerpt(std::string_view path, const Excerpt& excerpt)
         id == noNode ? std::vector<NodeId>() : XmlSubtrees(*file).withoutPrefix(id);
     isInserted = id != noNode && (isRun || lacking.empty());
     if (!isInserted)
-        parse(std::move(before));
+        parseAgain(std::move(before));
     if (isRun)
         file->run.emplace();
     if (isRun && isInserted) {
