@@ -1,7 +1,9 @@
 #include "desk/find/HitModel.h"
 
 #include "desk/find/HitPlaces.h"
+#include "host/Utilities/ModelViews/AttributeTreeViewModel.h"
 #include "host/Utilities/ModelViews/AttributeValueText.h"
+#include "host/Utilities/ModelViews/ReadableName.h"
 #include "host/Utilities/ModelViews/ToolTipText.h"
 
 #include <QApplication>
@@ -11,6 +13,7 @@
 
 namespace Vantry {
 
+using Utilities::ModelViews::AttributeTreeViewModel;
 using Utilities::ModelViews::attributeValueText;
 
 HitModel::HitModel(Repository& attributes, HitPlaces& hitPlaces, QObject* parent)
@@ -89,6 +92,9 @@ QVariant HitModel::data(const QModelIndex& index, int role) const
         return {};
     case PathRole:
         return row.hit.path;
+    case Qt::AccessibleTextRole:
+    case AttributeTreeViewModel::ReadableNameRole:
+        return index.column() == PathColumn ? readablePath(row.hit.path) : QVariant();
     case Qt::ForegroundRole:
         return row.hit.refusal.ok() ? QVariant()
                                     : QApplication::palette().brush(QPalette::Disabled, QPalette::Text);
@@ -104,6 +110,16 @@ std::optional<QVariant> HitModel::valueOf(const SearchHit& hit) const
     const bool isThere = status == FrameworkCore::AppConfig::Success ||
                          repository.getTreeInterface()->getNodeInformation(hit.path).exists;
     return isThere ? std::optional(value) : std::nullopt;
+}
+
+// With the names of files and folders as they are on the disk.
+QString HitModel::readablePath(const QString& path) const
+{
+    const QString backend = repository.getTreeInterface()->getNodeInformation(path).backend;
+    const auto information = repository.getBackendInterface()->getBackendInformation(backend);
+    const bool isOnDisk = information && information->getBackendType() == QLatin1String("folder");
+    const int length = isOnDisk ? path.size() : backend.size(); // the rest is in the file
+    return Utilities::ModelViews::decodedName(path.left(length)) + path.mid(length);
 }
 
 QString HitModel::textOf(const Row& row, int column) const

@@ -212,6 +212,22 @@ private slots:
         QCOMPARE(read(maximum), limit);
     }
 
+    // A path is shown as people know the names in it, and copied as it is entered.
+    void namesFilesAsTheyAre()
+    {
+        QVERIFY(QDir().mkpath(folder->path("site/net.d")));
+        TestSupport::writeFile(folder->path("site/net.d/a.ini"), "x.y = only\n");
+        desk->window->openFiles({folder->path("site")});
+        QTRY_VERIFY(desk->item(QStringLiteral("site.net%2Ed.a%2Eini.x%2Ey")).isValid());
+        beginTyping("ctrl+f", "only");
+        QTRY_COMPARE(foundRows(), QStringList(QStringLiteral("site.net%2Ed.a%2Eini.x%2Ey|only|a.ini:1")));
+        const QModelIndex path = hits().model()->index(0, 0);
+        QCOMPARE(path.data(Qt::AccessibleTextRole).toString(), QStringLiteral("site.net.d.a.ini.x%2Ey"));
+        QVERIFY(pressKey(QStringLiteral("ctrl+a")) && TestSupport::typeText(QStringLiteral("net%")));
+        QTRY_COMPARE(hits().model()->index(0, 0).data(Qt::AccessibleTextRole).toString(),
+                     QStringLiteral("site.net.d"));
+    }
+
     // The page that is shown is an attribute, too.
     void replacesInFilesOnly()
     {
