@@ -1,9 +1,9 @@
 #include "desk/find/HitModel.h"
 
+#include "desk/files/BackendFiles.h"
 #include "desk/find/HitPlaces.h"
 #include "host/Utilities/ModelViews/AttributeTreeViewModel.h"
 #include "host/Utilities/ModelViews/AttributeValueText.h"
-#include "host/Utilities/ModelViews/ReadableName.h"
 #include "host/Utilities/ModelViews/ToolTipText.h"
 
 #include <QApplication>
@@ -94,7 +94,8 @@ QVariant HitModel::data(const QModelIndex& index, int role) const
         return row.hit.path;
     case Qt::AccessibleTextRole:
     case AttributeTreeViewModel::ReadableNameRole:
-        return index.column() == PathColumn ? readablePath(row.hit.path) : QVariant();
+        return index.column() == PathColumn ? BackendFiles::readablePath(row.hit.path, repository)
+                                            : QVariant();
     case Qt::ForegroundRole:
         return row.hit.refusal.ok() ? QVariant()
                                     : QApplication::palette().brush(QPalette::Disabled, QPalette::Text);
@@ -110,16 +111,6 @@ std::optional<QVariant> HitModel::valueOf(const SearchHit& hit) const
     const bool isThere = status == FrameworkCore::AppConfig::Success ||
                          repository.getTreeInterface()->getNodeInformation(hit.path).exists;
     return isThere ? std::optional(value) : std::nullopt;
-}
-
-// With the names of files and folders as they are on the disk.
-QString HitModel::readablePath(const QString& path) const
-{
-    const QString backend = repository.getTreeInterface()->getNodeInformation(path).backend;
-    const auto information = repository.getBackendInterface()->getBackendInformation(backend);
-    const bool isOnDisk = information && information->getBackendType() == QLatin1String("folder");
-    const int length = isOnDisk ? path.size() : backend.size(); // the rest is in the file
-    return Utilities::ModelViews::decodedName(path.left(length)) + path.mid(length);
 }
 
 QString HitModel::textOf(const Row& row, int column) const

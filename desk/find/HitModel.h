@@ -57,7 +57,6 @@ private:
     };
 
     std::optional<QVariant> valueOf(const SearchHit& hit) const; // nothing once it is gone
-    QString readablePath(const QString& path) const;
     QString textOf(const Row& row, int column) const;
     QString toolTipOf(const Row& row, int column) const;
 

@@ -15,8 +15,8 @@ constexpr int mostVisited = 100;
 
 } // namespace
 
-GoMenu::GoMenu(SelectedPath selected, QWidget* parent)
-    : QMenu(tr("&Go"), parent), selectedPath(std::move(selected)),
+GoMenu::GoMenu(SelectedPath selected, ReadablePath readable, QWidget* parent)
+    : QMenu(tr("&Go"), parent), selectedPath(std::move(selected)), readablePath(std::move(readable)),
       back(addAction(tr("&Back"), this, &GoMenu::goBack, Qt::ALT + Qt::Key_Left)),
       forward(addAction(tr("&Forward"), this, &GoMenu::goForward, Qt::ALT + Qt::Key_Right))
 {
@@ -30,6 +30,7 @@ GoMenu::GoMenu(SelectedPath selected, QWidget* parent)
     removal->setObjectName(QStringLiteral("removeBookmark"));
     addSeparator();
     connect(this, &QMenu::aboutToShow, this, &GoMenu::offer);
+    connect(this, &QMenu::aboutToShow, this, &GoMenu::nameBookmarks);
     readBookmarks();
     offer();
 }
@@ -106,7 +107,7 @@ void GoMenu::showBookmarks()
     removal->clear();
     removal->setEnabled(!bookmarks.isEmpty());
     for (const QString& path : qAsConst(bookmarks)) {
-        QAction* const entry = addAction(menuText(path), this, [this, path] {
+        QAction* const entry = addAction(QString(), this, [this, path] {
             noteJump(selectedPath(), path);
             emit selectRequested(path);
         });
@@ -119,8 +120,19 @@ void GoMenu::showBookmarks()
             others.removeAll(path);
             keep(others);
         };
-        connect(removal->addAction(menuText(path)), &QAction::triggered, this, remove,
+        connect(removal->addAction(QString()), &QAction::triggered, this, remove,
                 Qt::QueuedConnection); // which deletes the entry
+    }
+    nameBookmarks();
+}
+
+// Which files are open says how to read them.
+void GoMenu::nameBookmarks()
+{
+    for (int number = 0; number < entries.size(); ++number) {
+        const QString text = menuText(readablePath(bookmarks[number]));
+        entries[number]->setText(text);
+        removal->actions().at(number)->setText(text);
     }
 }
 

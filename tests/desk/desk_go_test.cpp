@@ -130,6 +130,18 @@ private slots:
         QTRY_COMPARE(shownPath(), speed);
     }
 
+    void namesBookmarksAsTheirFiles()
+    {
+        QVERIFY(QDir().mkpath(folder->path("site/net.d")));
+        TestSupport::writeFile(folder->path("site/net.d/a.ini"), "x.y = 1\n");
+        desk->window->openFiles({folder->path("site")});
+        select(QStringLiteral("site.net%2Ed.a%2Eini.x%2Ey"));
+        QVERIFY(pressKey(QStringLiteral("ctrl+b")));
+        const auto& removal = *desk->part<QMenu>("removeBookmark");
+        QTRY_COMPARE(removal.actions().size(), 1);
+        QCOMPARE(removal.actions().first()->text(), QStringLiteral("site.net.d.a.ini.x%2Ey"));
+    }
+
     void removesBookmarksOfWhatIsGone()
     {
         const auto removable = [this] { return desk->part<QMenu>("removeBookmark")->actions().size(); };
