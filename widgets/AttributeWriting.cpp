@@ -50,6 +50,15 @@ void refuseConversion(const QString& path, const QVariant& attributeValue, const
                path, entered, QLatin1String("it holds ") + expected(attributeValue));
 }
 
+QString whyReadOnly(RepositoryInterface& repository, const QString& path)
+{
+    const auto tree = repository.getTreeInterface();
+    const auto backends = repository.getBackendInterface();
+    const bool isLocked =
+        tree && backends && backends->getLockedBackends().contains(tree->getNodeInformation(path).backend);
+    return QString::fromLatin1(isLocked ? "it is locked; unlock it to change it" : "it can only be read");
+}
+
 void refuseUnended(const QString& path, const QString& entered)
 {
     const auto repository = Utilities::GetAppConfigRepositoryInterface();

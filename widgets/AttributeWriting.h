@@ -17,6 +17,10 @@ void refuseEdit(const QString& line, const QString& path, const QString& entered
 // For what cannot become a value of the attribute's type.
 void refuseConversion(const QString& path, const QVariant& attributeValue, const QString& entered);
 
+// Why the attribute, which is there and not writable, cannot be written.
+QString whyReadOnly(FrameworkCore::AppConfig::Interfaces::RepositoryInterface& repository,
+                    const QString& path);
+
 // For an editor that goes, with its row or its page, before the edit has ended.
 void refuseUnended(const QString& path, const QString& entered);
 

@@ -149,7 +149,8 @@ void LineEditWidget::writeText()
         refuseEdit(QLatin1String("Write To  ") + attributeFullPath +
                        QLatin1String(" Failed. Bad Writable, Read Only"),
                    attributeFullPath, text(),
-                   QString::fromLatin1(exists ? "it can only be read" : "no such attribute"));
+                   exists ? whyReadOnly(*repository, attributeFullPath)
+                          : QString::fromLatin1("no such attribute"));
         return;
     }
     if (!isTouched && yieldsToNewer(*repository, attributeFullPath, attributeValue))

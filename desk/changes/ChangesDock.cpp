@@ -61,18 +61,19 @@ void ChangesDock::setUp()
     column->setContentsMargins(0, 0, 0, 0);
     column->addWidget(rows, 1);
     auto* const buttons = new QHBoxLayout;
-    saveRows =
-        addButton(*buttons, "saveChanges", tr("&Save"),
-                  tr("Write the selected attributes, or whole files, into their files"), &ChangesDock::save);
+    saveRows = addButton(*buttons, "saveChanges", tr("&Save"),
+                         tr("Save the selected changes, of a selected file or store all of them"),
+                         &ChangesDock::save);
     dropRows =
         addButton(*buttons, "dropChanges", tr("&Drop"),
-                  tr("Give the selected attributes, or whole files, the values of their files; Undo brings "
+                  tr("Take back the selected changes, of a selected file or store all of them; Undo brings "
                      "them back"),
                   &ChangesDock::drop);
     mine = addButton(*buttons, "keepMine", tr("Keep &Mine"),
                      tr("Of the selected conflicts, what is unsaved stays"), &ChangesDock::keepMine);
     theirs = addButton(*buttons, "takeTheirs", tr("Take &Theirs"),
-                       tr("Of the selected conflicts, what the file holds stays"), &ChangesDock::takeTheirs);
+                       tr("Of the selected conflicts, what the other program saved stays"),
+                       &ChangesDock::takeTheirs);
     buttons->addStretch();
     column->addLayout(buttons);
 

@@ -91,8 +91,7 @@ QVariant ChangesModel::headerData(int section, Qt::Orientation orientation, int 
 {
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
         return {};
-    const QStringList titles{tr("Attribute"), tr("State"), tr("In the File"), tr("Unsaved"),
-                             tr("Both Began With")};
+    const QStringList titles{tr("Attribute"), tr("State"), tr("Saved"), tr("Unsaved"), tr("Base")};
     return titles.value(section);
 }
 

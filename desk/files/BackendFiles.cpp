@@ -9,6 +9,7 @@
 #include "desk/files/UnsavedChangesDialog.h"
 #include "host/FrameworkCore/AppConfig/AttributePath.h"
 #include "host/Shared/Logging/LogStreamProvider.h"
+#include "host/Utilities/ModelViews/ReadableName.h"
 #include "host/Utilities/ModelViews/Widgets/AttributeTreeModelInputDialogs.h"
 
 #include <QHash>
@@ -57,6 +58,15 @@ QString BackendFiles::locationOf(const QString& backend, Repository& repository)
     const auto information = repository.getBackendInterface()->getBackendInformation(backend);
     const QString location = information ? information->getBackendLocation() : QString();
     return location.isEmpty() ? backend : location;
+}
+
+QString BackendFiles::readablePath(const QString& path, Repository& repository)
+{
+    const QString backend = repository.getTreeInterface()->getNodeInformation(path).backend;
+    const auto information = repository.getBackendInterface()->getBackendInformation(backend);
+    const bool isOnDisk = information && information->getBackendType() == QLatin1String("folder");
+    const int length = isOnDisk ? path.size() : backend.size(); // the rest is in the file
+    return Utilities::ModelViews::decodedName(path.left(length)) + path.mid(length);
 }
 
 QStringList BackendFiles::getFileNames(const QStringList& backends) const

@@ -42,6 +42,9 @@ public:
     // The file of a backend; where it has none, its name. Any thread.
     static QString locationOf(const QString& backend, Repository& repository);
 
+    // A path with the names of files and folders as they are on the disk. Any thread.
+    static QString readablePath(const QString& path, Repository& repository);
+
     // True when all are saved.
     bool save(const QStringList& backends);
 

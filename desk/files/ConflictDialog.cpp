@@ -26,7 +26,8 @@ namespace {
 
 enum Column { PathColumn, MineColumn, TheirsColumn, ChoiceColumn };
 
-constexpr int choiceRole = Qt::UserRole; // a ConflictSide as a number; nothing while not chosen
+constexpr int pathRole = Qt::UserRole;   // of the first column
+constexpr int choiceRole = Qt::UserRole; // of the last: a ConflictSide as a number; nothing while not chosen
 
 // What one side holds.
 QString sideText(const QVariant& value, bool isThere)
@@ -59,7 +60,7 @@ ConflictDialog::ConflictDialog(Purpose purpose, const QString& backend, const QS
     text->setWordWrap(true);
     column->addWidget(text);
 
-    setUpRows(isSave ? tr("In the File") : tr("Now"));
+    setUpRows(isSave ? tr("Theirs") : tr("Now"));
     addRows(backend, conflicts);
     column->addWidget(rows, 1);
 
@@ -76,8 +77,7 @@ ConflictDialog::ConflictDialog(Purpose purpose, const QString& backend, const QS
 
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Save | QDialogButtonBox::Cancel);
     save = buttons->button(QDialogButtonBox::Save);
-    if (!isSave)
-        save->setText(tr("&Apply"));
+    save->setText(isSave ? tr("&Save") : tr("&Apply"));
     save->setDefault(true);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
@@ -121,14 +121,17 @@ void ConflictDialog::addRows(const QString& backend, const QVector<UnsavedChange
 {
     using Kind = UnsavedChange::Kind;
     for (const UnsavedChange& conflict : conflicts) {
+        const QString inFile =
+            conflict.path == backend ? QStringLiteral(".") : conflict.path.mid(backend.size() + 1);
         const bool isGone =
             conflict.path == backend && !conflict.before.isValid() && !conflict.after.isValid();
         auto* const row = new QTreeWidgetItem(
             rows,
-            {conflict.path,
-             isGone ? tr("what is open") : sideText(conflict.after, conflict.kind != Kind::Removed),
+            {inFile, isGone ? tr("what is open") : sideText(conflict.after, conflict.kind != Kind::Removed),
              isGone ? tr("the file is gone") : sideText(conflict.before, conflict.kind != Kind::Created)});
-        for (const int column : {PathColumn, MineColumn, TheirsColumn})
+        row->setData(PathColumn, pathRole, conflict.path);
+        row->setToolTip(PathColumn, toolTipText(conflict.path));
+        for (const int column : {MineColumn, TheirsColumn})
             row->setToolTip(column, toolTipText(row->text(column)));
     }
 }
@@ -158,7 +161,7 @@ QMap<QString, ConflictDialog::ConflictSide> ConflictDialog::getChoices() const
         const QTreeWidgetItem& row = *rows->topLevelItem(number);
         const QVariant choice = row.data(ChoiceColumn, choiceRole);
         if (choice.isValid())
-            choices.insert(row.text(PathColumn), ConflictSide(choice.toInt()));
+            choices.insert(row.data(PathColumn, pathRole).toString(), ConflictSide(choice.toInt()));
     }
     return choices;
 }

@@ -171,7 +171,7 @@ void FileMenu::chooseStore()
     location = location.trimmed();
     if (!isChosen || location.isEmpty())
         return;
-    if (!RecentFiles::isStore(location))
+    if (!location.contains(QLatin1String("://")))
         location.prepend(QLatin1String("etcd://"));
     emit openRequested({location}, QStringLiteral("etcd"));
 }

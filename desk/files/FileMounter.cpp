@@ -58,7 +58,7 @@ QString mountStore(const QString& location, const QString& name, FileMounter::Re
 QString mountFile(const QString& file, QString type, const QString& name, FileMounter::Repository& repository,
                   QStringList& notes, bool& isUnknown)
 {
-    if (::Repository::EtcdLocation::isMeant(file))
+    if (::Repository::EtcdLocation::isMeant(file) || type == QLatin1String("etcd"))
         return mountStore(file, name, repository);
     const ::Repository::FolderLocation folder(file);
     if (QFileInfo(folder.getFolder()).isDir())

@@ -36,7 +36,18 @@ FolderDialog::FolderDialog(const QString& folder, QWidget* parent)
     setOption(QFileDialog::DontUseNativeDialog); // which would have no place for the conditions
     auto* const grid = qobject_cast<QGridLayout*>(layout());
     grid->addWidget(makeConditions(), grid->rowCount(), 0, 1, -1);
+    orderFields();
     resize(fontMetrics().averageCharWidth() * 110, fontMetrics().lineSpacing() * 38);
+}
+
+// The conditions before the buttons, as they belong to what is chosen.
+void FolderDialog::orderFields()
+{
+    QWidget* before = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    for (QWidget* const field : std::initializer_list<QWidget*>{include, exclude, depth, size}) {
+        setTabOrder(before, field);
+        before = field;
+    }
 }
 
 QWidget* FolderDialog::makeConditions()

@@ -22,6 +22,7 @@ public:
 
 private:
     QWidget* makeConditions();
+    void orderFields();
     Files::FolderFilter getFilter() const;
 
     QLineEdit* include; // children

@@ -2,6 +2,7 @@
 
 #include "desk/common/Confirmation.h"
 #include "desk/find/HitView.h"
+#include "desk/find/HitWatch.h"
 #include "desk/find/SearchForm.h"
 #include "host/Utilities/GuiThread.h"
 #include "host/Utilities/ModelViews/Widgets/PlainLabel.h"
@@ -21,7 +22,7 @@ using Utilities::ModelViews::Widgets::PlainLabel;
 FindDock::FindDock(std::shared_ptr<Repository> attributes, BackendFiles& backendFiles,
                    SearchScope::SelectedPath selected, QWidget* parent)
     : QDockWidget(tr("Find"), parent), repository(std::move(attributes)), files(backendFiles),
-      selectedPath(std::move(selected)), places(files, *repository), hits(places),
+      selectedPath(std::move(selected)), places(files, *repository), hits(*repository, places),
       run(repository->getSearchInterface())
 {
     setObjectName(QStringLiteral("findDock"));
@@ -49,6 +50,7 @@ void FindDock::setUp()
     connect(form, &SearchForm::entered, this, &FindDock::enterHits);
     addStatus();
     view = new HitView(hits);
+    new HitWatch(repository, hits, *view);
     connect(view, &HitView::activated, this, &FindDock::choose);
     auto* const content = new QWidget;
     auto* const column = new QVBoxLayout(content);
@@ -106,7 +108,9 @@ void FindDock::scheduleSearch()
 
 void FindDock::search()
 {
-    const SearchRun::SearchQuery query = form->getQuery();
+    SearchRun::SearchQuery query = form->getQuery();
+    if (query.replacement && query.roots.isEmpty())
+        query.roots = files.getOpened(); // what is in no file, as the page that is shown, cannot be undone
     const auto fault = repository->getSearchInterface()->findFault(query);
     form->showFault(fault);
     isFaulty = fault.has_value();

@@ -1,6 +1,8 @@
 #include "desk/find/HitModel.h"
 
+#include "desk/files/BackendFiles.h"
 #include "desk/find/HitPlaces.h"
+#include "host/Utilities/ModelViews/AttributeTreeViewModel.h"
 #include "host/Utilities/ModelViews/AttributeValueText.h"
 #include "host/Utilities/ModelViews/ToolTipText.h"
 
@@ -11,9 +13,11 @@
 
 namespace Vantry {
 
+using Utilities::ModelViews::AttributeTreeViewModel;
 using Utilities::ModelViews::attributeValueText;
 
-HitModel::HitModel(HitPlaces& hitPlaces, QObject* parent) : QAbstractTableModel(parent), places(hitPlaces)
+HitModel::HitModel(Repository& attributes, HitPlaces& hitPlaces, QObject* parent)
+    : QAbstractTableModel(parent), repository(attributes), places(hitPlaces)
 {
     connect(&places, &HitPlaces::changed, this, [this] {
         if (!rows.isEmpty())
@@ -45,6 +49,11 @@ void HitModel::add(const QVector<SearchHit>& hits)
     endInsertRows();
     if (areCheckable)
         emit checkedChanged();
+}
+
+void HitModel::tellValueChanged(int row)
+{
+    emit dataChanged(index(row, ValueColumn), index(row, ValueColumn));
 }
 
 QVector<HitModel::SearchHit> HitModel::getChecked() const
@@ -83,6 +92,10 @@ QVariant HitModel::data(const QModelIndex& index, int role) const
         return {};
     case PathRole:
         return row.hit.path;
+    case Qt::AccessibleTextRole:
+    case AttributeTreeViewModel::ReadableNameRole:
+        return index.column() == PathColumn ? BackendFiles::readablePath(row.hit.path, repository)
+                                            : QVariant();
     case Qt::ForegroundRole:
         return row.hit.refusal.ok() ? QVariant()
                                     : QApplication::palette().brush(QPalette::Disabled, QPalette::Text);
@@ -91,13 +104,24 @@ QVariant HitModel::data(const QModelIndex& index, int role) const
     }
 }
 
+std::optional<QVariant> HitModel::valueOf(const SearchHit& hit) const
+{
+    QVariant value;
+    const int status = repository.getReaderInterface()->readAttributeValue(hit.path, value, 0);
+    const bool isThere = status == FrameworkCore::AppConfig::Success ||
+                         repository.getTreeInterface()->getNodeInformation(hit.path).exists;
+    return isThere ? std::optional(value) : std::nullopt;
+}
+
 QString HitModel::textOf(const Row& row, int column) const
 {
     switch (column) {
     case PathColumn:
         return row.hit.path;
-    case ValueColumn:
-        return attributeValueText(row.hit.value);
+    case ValueColumn: {
+        const auto value = valueOf(row.hit);
+        return value ? attributeValueText(*value) : tr("(no longer there)");
+    }
     case ReplacementColumn:
         return row.hit.refusal.ok() ? attributeValueText(row.hit.replacement) : row.hit.refusal.explain();
     default:
@@ -111,7 +135,8 @@ QString HitModel::toolTipOf(const Row& row, int column) const
     constexpr int mostLines = 20;
     switch (column) {
     case ValueColumn:
-        return Utilities::ModelViews::attributeValueLines(row.hit.value, longest, mostLines);
+        return Utilities::ModelViews::attributeValueLines(valueOf(row.hit).value_or(QVariant()), longest,
+                                                          mostLines);
     case ReplacementColumn:
         return row.hit.refusal.ok()
                    ? Utilities::ModelViews::attributeValueLines(row.hit.replacement, longest, mostLines)

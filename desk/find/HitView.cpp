@@ -2,13 +2,14 @@
 
 #include "desk/common/RowCopy.h"
 #include "desk/find/HitModel.h"
-#include "host/Utilities/ModelViews/Widgets/LongTextDelegate.h"
+#include "host/Utilities/ModelViews/Widgets/AttributeNameDelegate.h"
 
 #include <QHeaderView>
 #include <QKeyEvent>
 
 namespace Vantry {
 
+using Utilities::ModelViews::Widgets::AttributeNameDelegate;
 using Utilities::ModelViews::Widgets::LongTextDelegate;
 
 HitView::HitView(QAbstractItemModel& hits, QWidget* parent) : QTreeView(parent)
@@ -25,7 +26,7 @@ HitView::HitView(QAbstractItemModel& hits, QWidget* parent) : QTreeView(parent)
     setEditTriggers(NoEditTriggers);
     setTextElideMode(Qt::ElideMiddle); // the ends of paths and the lines of places tell them apart
     setItemDelegate(new LongTextDelegate(this));
-    setItemDelegateForColumn(HitModel::PathColumn, new LongTextDelegate(this, Qt::ElideMiddle));
+    setItemDelegateForColumn(HitModel::PathColumn, new AttributeNameDelegate(this, Qt::ElideMiddle));
     header()->setStretchLastSection(false);
     header()->setSectionResizeMode(HitModel::PathColumn, QHeaderView::Stretch);
     const int letter = fontMetrics().averageCharWidth();

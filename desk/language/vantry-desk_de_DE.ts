@@ -726,16 +726,8 @@
         <translation>&amp;Speichern</translation>
     </message>
     <message>
-        <source>Write the selected attributes, or whole files, into their files</source>
-        <translation>Schreibt die ausgewählten Attribute oder ganze Dateien in ihre Dateien</translation>
-    </message>
-    <message>
         <source>&amp;Drop</source>
         <translation>&amp;Verwerfen</translation>
-    </message>
-    <message>
-        <source>Give the selected attributes, or whole files, the values of their files; Undo brings them back</source>
-        <translation>Gibt den ausgewählten Attributen oder ganzen Dateien die Werte ihrer Dateien; „Rückgängig“ bringt die Änderungen zurück</translation>
     </message>
     <message>
         <source>Keep &amp;Mine</source>
@@ -748,10 +740,6 @@
     <message>
         <source>Take &amp;Theirs</source>
         <translation>Fr&amp;emde übernehmen</translation>
-    </message>
-    <message>
-        <source>Of the selected conflicts, what the file holds stays</source>
-        <translation>Bei den ausgewählten Konflikten bleibt, was in der Datei steht</translation>
     </message>
     <message>
         <source>Write the lines of the hunks with the cursor or the selection into the file</source>
@@ -789,6 +777,18 @@
         <source>Save %1 H&amp;unks</source>
         <translation>%1 Abschn&amp;itte speichern</translation>
     </message>
+    <message>
+        <source>Save the selected changes, of a selected file or store all of them</source>
+        <translation>Speichert die ausgewählten Änderungen, von einer ausgewählten Datei oder einem Datenspeicher alle</translation>
+    </message>
+    <message>
+        <source>Take back the selected changes, of a selected file or store all of them; Undo brings them back</source>
+        <translation>Nimmt die ausgewählten Änderungen zurück, von einer ausgewählten Datei oder einem Datenspeicher alle; „Rückgängig“ bringt sie wieder</translation>
+    </message>
+    <message>
+        <source>Of the selected conflicts, what the other program saved stays</source>
+        <translation>Bei den ausgewählten Konflikten bleibt, was das andere Programm gespeichert hat</translation>
+    </message>
 </context>
 <context>
     <name>Vantry::ChangesModel</name>
@@ -809,16 +809,8 @@
         <translation>Zustand</translation>
     </message>
     <message>
-        <source>In the File</source>
-        <translation>In der Datei</translation>
-    </message>
-    <message>
         <source>Unsaved</source>
         <translation>Ungespeichert</translation>
-    </message>
-    <message>
-        <source>Both Began With</source>
-        <translation>Ursprünglich</translation>
     </message>
     <message>
         <source>1 change</source>
@@ -851,6 +843,14 @@
     <message>
         <source>(what is open)</source>
         <translation>(was offen ist)</translation>
+    </message>
+    <message>
+        <source>Saved</source>
+        <translation>Gespeichert</translation>
+    </message>
+    <message>
+        <source>Base</source>
+        <translation>Basis</translation>
     </message>
 </context>
 <context>
@@ -910,10 +910,6 @@
         <translation>%1 wurde geändert, seit die aufbewahrten Änderungen entstanden sind. Wählen Sie für jedes Attribut, wessen Wert bleiben soll; alle anderen werden übernommen.</translation>
     </message>
     <message>
-        <source>In the File</source>
-        <translation>In der Datei</translation>
-    </message>
-    <message>
         <source>Now</source>
         <translation>Jetzt</translation>
     </message>
@@ -956,6 +952,14 @@
     <message>
         <source>keep mine</source>
         <translation>meinen behalten</translation>
+    </message>
+    <message>
+        <source>Theirs</source>
+        <translation>Fremder</translation>
+    </message>
+    <message>
+        <source>&amp;Save</source>
+        <translation>&amp;Speichern</translation>
     </message>
 </context>
 <context>
@@ -1409,6 +1413,10 @@ wie in etcd://HOST:PORT/NAME?credentials=DATEI&amp;&amp;offline=queue:</translat
         <source>&amp;Go</source>
         <translation>&amp;Gehe zu</translation>
     </message>
+    <message>
+        <source>&amp;Remove a Bookmark</source>
+        <translation>Ein Lesezeichen &amp;entfernen</translation>
+    </message>
 </context>
 <context>
     <name>Vantry::GoToDialog</name>
@@ -1422,7 +1430,7 @@ wie in etcd://HOST:PORT/NAME?credentials=DATEI&amp;&amp;offline=queue:</translat
     </message>
     <message>
         <source>&amp;Go</source>
-        <translation>&amp;Gehe</translation>
+        <translation>&amp;Hingehen</translation>
     </message>
     <message>
         <source>This is neither the path of an attribute nor a line of a file.</source>
@@ -1454,6 +1462,10 @@ wie in etcd://HOST:PORT/NAME?credentials=DATEI&amp;&amp;offline=queue:</translat
     <message>
         <source>Place</source>
         <translation>Stelle</translation>
+    </message>
+    <message>
+        <source>(no longer there)</source>
+        <translation>(nicht mehr da)</translation>
     </message>
 </context>
 <context>
@@ -1682,10 +1694,6 @@ Das Fenster ohne diese Eingabe schließen?</translation>
         <translation>&amp;Tasten...</translation>
     </message>
     <message>
-        <source>%1 is no longer there.</source>
-        <translation>%1 gibt es nicht mehr.</translation>
-    </message>
-    <message>
         <source>The tree shows everything again, since its search left out %1.</source>
         <translation>Der Baum zeigt wieder alles, da seine Suche %1 ausgelassen hat.</translation>
     </message>
@@ -1729,6 +1737,10 @@ Das Fenster ohne diese Eingabe schließen?</translation>
         <source>&amp;Text</source>
         <translation>Te&amp;xt</translation>
     </message>
+    <message>
+        <source>%1 is in nothing that is open.</source>
+        <translation>%1 ist in nichts, was geöffnet ist.</translation>
+    </message>
 </context>
 <context>
     <name>Vantry::NavigationArea</name>
@@ -1758,10 +1770,6 @@ Das Fenster ohne diese Eingabe schließen?</translation>
     <message>
         <source>De&amp;lete...</source>
         <translation>Lösc&amp;hen...</translation>
-    </message>
-    <message>
-        <source>Re&amp;vert to the File</source>
-        <translation>Auf die D&amp;atei zurücksetzen</translation>
     </message>
     <message>
         <source>&amp;Array Element</source>
@@ -1842,6 +1850,10 @@ Das Fenster ohne diese Eingabe schließen?</translation>
     <message>
         <source>&amp;Delete</source>
         <translation>&amp;Löschen</translation>
+    </message>
+    <message>
+        <source>Re&amp;vert to What Is Saved</source>
+        <translation>Auf das Gespeicherte &amp;zurücksetzen</translation>
     </message>
 </context>
 <context>

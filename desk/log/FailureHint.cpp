@@ -70,6 +70,7 @@ FailureHint::FailureHint(LogFeed& feed, std::shared_ptr<RepositoryInterface> att
 
     label->setObjectName(QStringLiteral("failureText"));
     label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    label->installEventFilter(this);
     row->addWidget(label, 1);
 
     setUpButtons(*row);
@@ -335,14 +336,15 @@ void FailureHint::endEdit()
 void FailureHint::fitText()
 {
     const QString line = QString(text).replace(QLatin1Char('\n'), QLatin1Char(' '));
-    label->setText(label->fontMetrics().elidedText(line, Qt::ElideRight, label->width()));
+    label->setText(label->fontMetrics().elidedText(line, Qt::ElideMiddle, label->width()));
 }
 
-void FailureHint::resizeEvent(QResizeEvent* event)
+// Buttons come and go beside the label.
+bool FailureHint::eventFilter(QObject* watched, QEvent* event)
 {
-    QWidget::resizeEvent(event);
-    layout()->activate(); // the label's width follows
-    fitText();
+    if (watched == label && event->type() == QEvent::Resize)
+        fitText();
+    return QWidget::eventFilter(watched, event);
 }
 
 } // namespace Vantry

@@ -49,7 +49,7 @@ signals:
     void editRequested(const Utilities::RefusedEdit& edit);
 
 protected:
-    void resizeEvent(QResizeEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
 private:

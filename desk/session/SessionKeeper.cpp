@@ -11,7 +11,7 @@ namespace Vantry {
 
 namespace {
 
-constexpr qint64 leastPatience = 5000;
+constexpr qint64 leastPatience = 1000; // milliseconds
 
 std::unique_ptr<QLockFile> lockSession()
 {

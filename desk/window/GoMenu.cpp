@@ -15,8 +15,8 @@ constexpr int mostVisited = 100;
 
 } // namespace
 
-GoMenu::GoMenu(SelectedPath selected, QWidget* parent)
-    : QMenu(tr("&Go"), parent), selectedPath(std::move(selected)),
+GoMenu::GoMenu(SelectedPath selected, ReadablePath readable, QWidget* parent)
+    : QMenu(tr("&Go"), parent), selectedPath(std::move(selected)), readablePath(std::move(readable)),
       back(addAction(tr("&Back"), this, &GoMenu::goBack, Qt::ALT + Qt::Key_Left)),
       forward(addAction(tr("&Forward"), this, &GoMenu::goForward, Qt::ALT + Qt::Key_Right))
 {
@@ -26,8 +26,11 @@ GoMenu::GoMenu(SelectedPath selected, QWidget* parent)
     bookmark =
         addAction(tr("Bookmark the &Selected Node"), this, &GoMenu::toggleBookmark, Qt::CTRL + Qt::Key_B);
     bookmark->setObjectName(QStringLiteral("bookmark"));
+    removal = addMenu(tr("&Remove a Bookmark"));
+    removal->setObjectName(QStringLiteral("removeBookmark"));
     addSeparator();
     connect(this, &QMenu::aboutToShow, this, &GoMenu::offer);
+    connect(this, &QMenu::aboutToShow, this, &GoMenu::nameBookmarks);
     readBookmarks();
     offer();
 }
@@ -83,10 +86,16 @@ void GoMenu::toggleBookmark()
     if (path.isEmpty())
         return;
     readBookmarks();
-    if (bookmarks.removeAll(path) == 0)
-        bookmarks.append(path);
-    QSettings().setValue(bookmarksKey, bookmarks);
-    showBookmarks();
+    QStringList changed = bookmarks;
+    if (changed.removeAll(path) == 0)
+        changed.append(path);
+    keep(changed);
+}
+
+void GoMenu::keep(const QStringList& changed)
+{
+    QSettings().setValue(bookmarksKey, changed);
+    readBookmarks();
     offer();
 }
 
@@ -95,14 +104,35 @@ void GoMenu::showBookmarks()
 {
     qDeleteAll(entries);
     entries.clear();
+    removal->clear();
+    removal->setEnabled(!bookmarks.isEmpty());
     for (const QString& path : qAsConst(bookmarks)) {
-        QAction* const entry = addAction(menuText(path), this, [this, path] {
+        QAction* const entry = addAction(QString(), this, [this, path] {
             noteJump(selectedPath(), path);
             emit selectRequested(path);
         });
         if (entries.size() < 9)
             entry->setShortcut(Qt::ALT + Qt::Key_1 + entries.size());
         entries.append(entry);
+        const auto remove = [this, path] {
+            readBookmarks();
+            QStringList others = bookmarks;
+            others.removeAll(path);
+            keep(others);
+        };
+        connect(removal->addAction(QString()), &QAction::triggered, this, remove,
+                Qt::QueuedConnection); // which deletes the entry
+    }
+    nameBookmarks();
+}
+
+// Which files are open says how to read them.
+void GoMenu::nameBookmarks()
+{
+    for (int number = 0; number < entries.size(); ++number) {
+        const QString text = menuText(readablePath(bookmarks[number]));
+        entries[number]->setText(text);
+        removal->actions().at(number)->setText(text);
     }
 }
 

@@ -16,7 +16,9 @@ class GoMenu : public QMenu
 public:
     using SelectedPath = std::function<QString()>; // empty without a selection
 
-    GoMenu(SelectedPath selectedPath, QWidget* parent);
+    using ReadablePath = std::function<QString(const QString& path)>; // as people know it
+
+    GoMenu(SelectedPath selectedPath, ReadablePath readablePath, QWidget* parent);
 
     // Something has led from one node, or none, to another.
     void noteJump(const QString& from, const QString& to);
@@ -31,10 +33,13 @@ private:
     void goBack();
     void goForward();
     void toggleBookmark();
+    void keep(const QStringList& bookmarks);
     void showBookmarks();
+    void nameBookmarks();
     void offer();
 
     const SelectedPath selectedPath;
+    const ReadablePath readablePath;
     QStringList visited; // oldest first
     int at = -1;         // in them
     QStringList bookmarks;
@@ -43,6 +48,7 @@ private:
     QAction* back;
     QAction* forward;
     QAction* bookmark;
+    QMenu* removal;          // of bookmarks, also of those whose nodes are gone
     QList<QAction*> entries; // of the bookmarks
 };
 

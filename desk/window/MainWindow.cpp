@@ -232,7 +232,7 @@ void MainWindow::showNode(const QString& path)
     if (select(path))
         return;
     if (!repository->getTreeInterface()->getNodeInformation(path).exists) {
-        notices->addNotices({tr("%1 is no longer there.").arg(path)});
+        notices->addNotices({tr("%1 is in nothing that is open.").arg(path)});
         return;
     }
     for (const auto& application : applications.getApplications()) {

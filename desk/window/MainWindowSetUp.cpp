@@ -122,7 +122,9 @@ void MainWindow::setUpMenus()
     lockButton->setFocusPolicy(Qt::TabFocus);
     lockButton->setDefaultAction(lock);
     statusBar()->addPermanentWidget(lockButton);
-    go = new GoMenu([this] { return edit->getSelection().getPath(); }, this);
+    go = new GoMenu([this] { return edit->getSelection().getPath(); },
+                    [this](const QString& path) { return BackendFiles::readablePath(path, *repository); },
+                    this);
     menuBar()->addMenu(go);
     connect(go, &GoMenu::selectRequested, this, &MainWindow::showNode);
     setUpPlaces();

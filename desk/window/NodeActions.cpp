@@ -41,7 +41,7 @@ NodeActions::NodeActions(std::shared_ptr<Repository> attributes, SelectedPath se
     forNodes[0]->setShortcut(Qt::SHIFT + Qt::Key_F2);
     forNodes[2]->setShortcut(Qt::CTRL + Qt::Key_D);
     forAttributes = {add(menu, tr("&Set to Null"), "setNull", &NodeActions::setNull)};
-    revertAction = add(menu, tr("Re&vert to the File"), "revertNode", &NodeActions::revert);
+    revertAction = add(menu, tr("Re&vert to What Is Saved"), "revertNode", &NodeActions::revert);
     auto& elements = *menu.addMenu(tr("&Array Element"));
     forElements = {add(elements, tr("Insert &Before"), "insertBefore", &NodeActions::insertBefore),
                    add(elements, tr("Insert &After"), "insertAfter", &NodeActions::insertAfter),

@@ -125,9 +125,10 @@ private slots:
         TestSupport::writeFile(folder->path("d/large.ini"), "k = " + QByteArray(3 << 20, 'x') + '\n');
         const DialogDriver driver([this](QWidget& dialog) {
             dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(folder->path("d"));
-            dialog.findChild<QLineEdit*>(QStringLiteral("folderInclude"))
-                ->setText(QStringLiteral("*.ini *.toml"));
-            dialog.findChild<QLineEdit*>(QStringLiteral("folderExclude"))->setText(QStringLiteral("old"));
+            QVERIFY(pressKey(QStringLiteral("Tab")) && TestSupport::typeText(QStringLiteral("*.ini *.toml")));
+            QVERIFY(pressKey(QStringLiteral("Tab")) && TestSupport::typeText(QStringLiteral("old")));
+            QTRY_COMPARE(dialog.findChild<QLineEdit*>(QStringLiteral("folderExclude"))->text(),
+                         QStringLiteral("old"));
             dialog.findChild<QComboBox*>(QStringLiteral("folderDepth"))->setCurrentIndex(2);
             dialog.findChild<QComboBox*>(QStringLiteral("folderSize"))->setCurrentIndex(1);
             static_cast<QDialog&>(dialog).accept();

@@ -8,6 +8,8 @@
 #include <QMessageBox>
 #include <QSettings>
 
+#include <set>
+
 using TestSupport::pressKey;
 
 // Finding and replacing in the window, by keys and mouse.
@@ -210,6 +212,31 @@ private slots:
         QCOMPARE(read(maximum), limit);
     }
 
+    // A path is shown as people know the names in it, and copied as it is entered.
+    void namesFilesAsTheyAre()
+    {
+        QVERIFY(QDir().mkpath(folder->path("site/net.d")));
+        TestSupport::writeFile(folder->path("site/net.d/a.ini"), "x.y = only\n");
+        desk->window->openFiles({folder->path("site")});
+        QTRY_VERIFY(desk->item(QStringLiteral("site.net%2Ed.a%2Eini.x%2Ey")).isValid());
+        beginTyping("ctrl+f", "only");
+        QTRY_COMPARE(foundRows(), QStringList(QStringLiteral("site.net%2Ed.a%2Eini.x%2Ey|only|a.ini:1")));
+        const QModelIndex path = hits().model()->index(0, 0);
+        QCOMPARE(path.data(Qt::AccessibleTextRole).toString(), QStringLiteral("site.net.d.a.ini.x%2Ey"));
+        QVERIFY(pressKey(QStringLiteral("ctrl+a")) && TestSupport::typeText(QStringLiteral("net%")));
+        QTRY_COMPARE(hits().model()->index(0, 0).data(Qt::AccessibleTextRole).toString(),
+                     QStringLiteral("site.net.d"));
+    }
+
+    // The page that is shown is an attribute, too.
+    void replacesInFilesOnly()
+    {
+        beginTyping("ctrl+h", "attributes");
+        QTRY_COMPARE(status(), QStringLiteral("Nothing found"));
+        QVERIFY(pressKey(QStringLiteral("ctrl+f")));
+        QTRY_COMPARE(status(), QStringLiteral("1 found"));
+    }
+
     void asksBeforeItReplacesVeryMany()
     {
         constexpr int count = 11;
@@ -246,6 +273,51 @@ private slots:
         QTRY_VERIFY2(status().contains(QStringLiteral("it has changed since it was found")),
                      qPrintable(status()));
         QCOMPARE(read(sense).toString(), QStringLiteral("left again"));
+    }
+
+    // Rows show what their attributes hold now. Those in sight are painted anew, the others once they come
+    // into it.
+    void followsValues()
+    {
+        constexpr int count = 200;
+        const auto path = [](int number) { return QStringLiteral("limits.many.k%1").arg(number); };
+        for (int i = 0; i < count; ++i)
+            QVERIFY(desk->repository->getWriterInterface()->createAttribute(path(i), QStringLiteral("old"), 2,
+                                                                            3));
+        beginTyping("ctrl+f", "old");
+        QTRY_COMPARE(status(), QStringLiteral("200 found"));
+        const auto shown = [this](int row) { return hits().model()->index(row, 1).data().toString(); };
+        std::set<int> painted;
+        connect(hits().model(), &QAbstractItemModel::dataChanged, &hits(),
+                [&painted](const QModelIndex& first) {
+                    if (first.column() == 1)
+                        painted.insert(first.row());
+                });
+        const auto isPainted = [this, &painted](int row) {
+            return painted.count(row) == 1 && hits().visualRect(hits().model()->index(row, 1)).bottom() > 0;
+        };
+        write(path(0), QStringLiteral("newer")); // before it is watched, or after
+        QTRY_VERIFY(isPainted(0));
+        painted.clear();
+        write(path(0), QStringLiteral("new"));
+        write(path(count - 1), QStringLiteral("last"));
+        QTRY_VERIFY(isPainted(0));
+        QCOMPARE(shown(0), QStringLiteral("new"));
+        QCOMPARE(shown(1), QStringLiteral("old"));
+        QVERIFY(painted.count(count - 1) == 0);
+
+        hits().scrollToBottom();
+        QTRY_VERIFY(isPainted(count - 1));
+        QCOMPARE(shown(count - 1), QStringLiteral("last"));
+        QTRY_VERIFY(isPainted(count - 2));
+        painted.clear();
+        QVERIFY(desk->repository->getTreeInterface()->removeTree(path(count - 2)).ok());
+        QTRY_VERIFY(isPainted(count - 2));
+        QCOMPARE(shown(count - 2), QStringLiteral("(no longer there)"));
+        painted.clear();
+        QVERIFY(desk->repository->getBackendInterface()->closeBackend(QStringLiteral("limits"), true).ok());
+        QTRY_VERIFY(isPainted(count - 1));
+        QCOMPARE(shown(count - 1), QStringLiteral("(no longer there)"));
     }
 
     void remembersSearches()

@@ -1,6 +1,7 @@
 #include "tests/desk/DeskTest.h"
 
 #include <QDialog>
+#include <QLabel>
 
 using TestSupport::DialogDriver;
 using TestSupport::pressKey;
@@ -127,6 +128,43 @@ private slots:
         QVERIFY(pressKey(QStringLiteral("alt+2"))); // is none any more
         QVERIFY(pressKey(QStringLiteral("alt+1")));
         QTRY_COMPARE(shownPath(), speed);
+    }
+
+    void namesBookmarksAsTheirFiles()
+    {
+        QVERIFY(QDir().mkpath(folder->path("site/net.d")));
+        TestSupport::writeFile(folder->path("site/net.d/a.ini"), "x.y = 1\n");
+        desk->window->openFiles({folder->path("site")});
+        select(QStringLiteral("site.net%2Ed.a%2Eini.x%2Ey"));
+        QVERIFY(pressKey(QStringLiteral("ctrl+b")));
+        const auto& removal = *desk->part<QMenu>("removeBookmark");
+        QTRY_COMPARE(removal.actions().size(), 1);
+        QCOMPARE(removal.actions().first()->text(), QStringLiteral("site.net.d.a.ini.x%2Ey"));
+    }
+
+    void removesBookmarksOfWhatIsGone()
+    {
+        const auto removable = [this] { return desk->part<QMenu>("removeBookmark")->actions().size(); };
+        select(maximum);
+        QVERIFY(pressKey(QStringLiteral("ctrl+b")));
+        QTRY_COMPARE(removable(), 1);
+        select(speed);
+        QVERIFY(pressKey(QStringLiteral("ctrl+b")));
+        QTRY_COMPARE(removable(), 2);
+        QVERIFY(desk->repository->getTreeInterface()->removeTree(maximum).ok());
+        QTRY_VERIFY(!desk->item(maximum).isValid());
+        QVERIFY(pressKey(QStringLiteral("alt+1")));
+        QTRY_VERIFY(desk->part<QWidget>("noticeBar")->isVisible());
+        QVERIFY(desk->part<QLabel>("noticeText")->text().contains(maximum));
+        for (const char* key : {"alt+g", "r", "Down", "Return"}) // the second, whose node is there
+            QVERIFY(pressKey(QLatin1String(key)));
+        QTRY_COMPARE(removable(), 1);
+        for (const char* key : {"alt+g", "r", "Return"})
+            QVERIFY(pressKey(QLatin1String(key)));
+        QTRY_COMPARE(removable(), 0);
+        desk.reset();
+        desk = std::make_unique<TestSupport::RunningDesk>(*folder, QStringList());
+        QCOMPARE(removable(), 0);
     }
 };
 

@@ -115,6 +115,19 @@ private slots:
         QTRY_VERIFY(!hint->isVisible());
     }
 
+    // However narrow the window is, the end tells what helps.
+    void tellsThatAFileIsLocked()
+    {
+        desk->window->resize(900, 600);
+        QVERIFY(desk->repository->getBackendInterface()->setLocked(QStringLiteral("plant"), true).ok());
+        enter("2000");
+        QTRY_VERIFY(desk->part<QToolButton>("failureEdit")->isVisible());
+        const auto* const label = desk->part<QLabel>("failureText");
+        QTRY_VERIFY2(label->text().endsWith(QLatin1String("unlock it to change it")),
+                     qPrintable(label->text()));
+        QVERIFY(label->fontMetrics().horizontalAdvance(label->text()) <= label->width());
+    }
+
     void keepsWhatWasTyped_data()
     {
         TestSupport::columns<QString, QString, bool>("way", "kept", "isEditable");
