@@ -1853,7 +1853,7 @@ Das Fenster ohne diese Eingabe schließen?</translation>
     </message>
     <message>
         <source>Re&amp;vert to What Is Saved</source>
-        <translation>Auf das Gespeicherte &amp;zurücksetzen</translation>
+        <translation>Auf d&amp;as Gespeicherte zurücksetzen</translation>
     </message>
 </context>
 <context>

@@ -183,21 +183,6 @@ private slots:
                  QByteArray("[oven]\n; hot\nmaximum = ") + value.toByteArray() + '\n');
     }
 
-    void tellsThatAFileIsGone()
-    {
-        write(maximum, 130);
-        showChanges();
-        const auto& rows = *desk->part<QTreeView>("changeRows");
-        QTRY_COMPARE(rowsOf(rows).size(), 2);
-        QVERIFY(QFile::remove(folder->path("limits.ini")));
-        QTRY_COMPARE(rowsOf(rows).value(1), QStringLiteral(" .|conflict|(the file is gone)|(what is open)"));
-        clickRow(QStringLiteral("."));
-        press("keepMine");
-        QTRY_VERIFY(!rowsOf(rows).join(QLatin1Char('\n')).contains(QLatin1String("conflict")));
-        QVERIFY(pressKey(QStringLiteral("ctrl+s")));
-        QTRY_COMPARE(contentOf(folder->path("limits.ini")), QByteArray("[oven]\nmaximum = 130\n"));
-    }
-
     void followsInTheText()
     {
         desk->tree->setCurrentIndex(desk->item(port));
