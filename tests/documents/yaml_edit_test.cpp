@@ -231,6 +231,15 @@ private slots:
         row("alias of a list", "a: &x v\nl: [*x, b]\n", setTo("l", list({"w", "b"})), "a: &x v\nl: [w, b]\n");
         row("anchor in a list", "l: [&x v, b]\na: *x\n", setTo("l", list({"v", "c", "no"})),
             "l: [&x v, c, \"no\"]\na: *x\n");
+        row(
+            "block at the end and back", "a: x",
+            [](Document& document) {
+                document.set("a", text("y\nz\n"));
+                const std::string spelling = document.spell("a").value_or("");
+                document.set("a", integer(1));
+                return document.respell("a", spelling);
+            },
+            "a: |\n  y\n  z\n");
         row("list before a comment that stays", "l:\n- a\n\n# c\n- b\n\nd: 1\n", setTo("l", list({"x"})),
             "l:\n- x\n\n# c\n\nd: 1\n");
         row(

@@ -202,9 +202,11 @@ bool YamlValues::isSpelling(NodeId id, std::string_view spelling) const
         return false;
     const YamlNode& root = whole.tree.node(whole.tree.getRoot());
     const NodeId value = root.first;
+    const bool mayEndLine = whole.tree.node(value).isBlockScalar() && file.placeOf(id).endsFile;
+    const std::size_t end = mayEndLine ? endOfYamlContent(spelling, spelling.size()) : spelling.size();
     return root.count == 1 && whole.tree.node(value).isLeaf() &&
            whole.tree.node(value).kind != YamlKind::Merge && !whole.tree.node(value).isAlias &&
-           whole.tree.readValueText(value) == spelling;
+           whole.tree.readValueText(value) == spelling.substr(0, end);
 }
 
 } // namespace Repository::Documents
