@@ -135,13 +135,20 @@ Outcome YamlDocument::put(NodeId valueNode, const std::string& spelling)
     const bool wasEdited = file->tree.isEdited(valueNode);
     const std::string former(file->bareText(valueNode));
     values.put(valueNode, spelling);
-    if (!file->isDelicate(valueNode) || isReadAlike())
+    if ((!file->isDelicate(valueNode) && !isSmall()) || isReadAlike())
         return {};
     if (wasEdited)
         values.put(valueNode, former);
     else
         values.restore(valueNode);
     return refused(Reason::tr("YAML would read something else there, because of what is around it"));
+}
+
+// Whether all of it is read in about the time that a part takes, so that each edit is proved by that.
+bool YamlDocument::isSmall() const
+{
+    constexpr std::size_t small = 16384;
+    return file->tree.getOriginal().size() <= small;
 }
 
 // Whether the text with the edits so far has the entries that they should make.

@@ -81,6 +81,7 @@ private:
     Outcome restore(std::string_view path, NodeId valueNode);
     Outcome respellAlias(std::string_view path, NodeId valueNode, std::string_view spelling);
     Outcome put(NodeId valueNode, const std::string& spelling);
+    bool isSmall() const;
     bool isReadAlike() const;
     Outcome rewrite(std::string_view path, const std::string& spelling, Type tag);
     std::string explainNoForm(NodeId valueNode, const Value& value) const;

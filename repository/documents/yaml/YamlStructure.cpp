@@ -65,7 +65,7 @@ bool YamlDocument::settleValue(NodeId id)
     YamlEditor editor(*file);
     editor.replaceText(id, text);
     editor.noteChanged(id);
-    const auto settled = rereadPart(editor, Kind::Insertion, noNode, {});
+    const auto settled = rereadPart(editor, Kind::Insertion, noNode, {}); // proved when it was put there
     if (!settled)
         values.putText(id, text);
     return settled.has_value();
@@ -79,7 +79,10 @@ Outcome YamlDocument::commit(const YamlEditor& editor, Kind kind, NodeId node,
         if (!error.empty())
             return refused(error);
     }
-    if (const auto reread = rereadPart(editor, kind, node, isAsWanted))
+    const auto isProved = [&](const YamlFile& changed) {
+        return (!isSmall() || isReadAlike()) && (!isAsWanted || isAsWanted(changed));
+    };
+    if (const auto reread = rereadPart(editor, kind, node, isProved))
         return *reread;
     std::string text = editor.apply();
     if (!file->encoding.mayBegin(text))
