@@ -136,6 +136,12 @@ public:
     // All comments in its text, by the entries that they are about, with paths below its own.
     virtual std::vector<Documents::CarriedComment> getComments() const = 0;
 
+    // What its file would have of new entries at a path and below it, with comments at the paths of those;
+    // nothing where it takes them by their values only.
+    virtual std::optional<Documents::Excerpt>
+    excerptOf(const QString& path, const std::vector<Documents::Entry>& entries,
+              const std::vector<Documents::CarriedComment>& comments) const = 0;
+
     // All of it as one text, with all edits.
     virtual std::string getBytes() const = 0;
 

@@ -5,6 +5,7 @@
 #include "repository/common/MemoryGuard.h"
 #include "repository/common/Texts.h"
 #include "repository/documents/Formats.h"
+#include "repository/documents/common/ComponentCodec.h"
 #include "repository/documents/common/TextEncoding.h"
 #include "repository/documents/common/WrittenEntries.h"
 #include "repository/merge/DocumentComparison.h"
@@ -272,20 +273,47 @@ bool DocumentBackend::hasComments(const QString& path) const
     return !content.isDamaged() && content.getDocument().hasComments(relative(path));
 }
 
-std::vector<Documents::CarriedComment> DocumentBackend::getComments() const
+// As it is now, to be changed apart; null when it is damaged.
+std::unique_ptr<Document> DocumentBackend::copyDocument() const
 {
     std::string type;
     std::string text;
     {
         const std::lock_guard lock(mutex);
         if (content.isDamaged())
-            return {};
+            return nullptr;
         type = content.getType();
         text = content.getText();
     }
-    const auto document = Documents::makeDocument(type);
+    auto document = Documents::makeDocument(type);
     document->parseAgain(std::move(text));
-    return Documents::commentsOf(document->getMarks());
+    return document;
+}
+
+std::vector<Documents::CarriedComment> DocumentBackend::getComments() const
+{
+    const auto document = copyDocument();
+    return document ? Documents::commentsOf(document->getMarks()) : std::vector<Documents::CarriedComment>();
+}
+
+std::optional<Documents::Excerpt>
+DocumentBackend::excerptOf(const QString& path, const std::vector<Documents::Entry>& entries,
+                           const std::vector<Documents::CarriedComment>& comments) const
+{
+    const auto document = copyDocument();
+    const std::string place = relative(path);
+    std::size_t refused = 0;
+    if (!document || place.empty() || !document->insertAll(place, entries, refused).ok())
+        return {};
+    std::vector<Documents::CarriedComment> placed = comments;
+    for (Documents::CarriedComment& comment : placed)
+        comment.path = comment.path.empty() ? place : Documents::joinPath(place, comment.path);
+    std::string text = document->getBytes();
+    const std::string type = description.type.toStdString();
+    Documents::addComments(
+        text, [&] { return Documents::makeDocument(type); }, placed);
+    document->parseAgain(std::move(text));
+    return document->excerpt(place);
 }
 
 bool DocumentBackend::insertExcerpt(const QString& path, const Documents::Excerpt& excerpt,

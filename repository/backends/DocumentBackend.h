@@ -24,6 +24,9 @@ public:
     std::optional<Documents::Excerpt> excerpt(const QString& path) const override;
     bool hasComments(const QString& path) const override;
     std::vector<Documents::CarriedComment> getComments() const override;
+    std::optional<Documents::Excerpt>
+    excerptOf(const QString& path, const std::vector<Documents::Entry>& entries,
+              const std::vector<Documents::CarriedComment>& comments) const override;
     std::string getBytes() const override;
     quint64 getRevision() const override;
 
@@ -96,6 +99,8 @@ protected:
     bool closed = false;
 
 private:
+    std::unique_ptr<Documents::Document> copyDocument() const;
+
     bool editing = false; // a DocumentEdit exists
 };
 

@@ -35,6 +35,11 @@ public:
     std::optional<Documents::Excerpt> excerpt(const QString&) const override { return {}; }
     bool hasComments(const QString&) const override { return false; }
     std::vector<Documents::CarriedComment> getComments() const override { return {}; }
+    std::optional<Documents::Excerpt> excerptOf(const QString&, const std::vector<Documents::Entry>&,
+                                                const std::vector<Documents::CarriedComment>&) const override
+    {
+        return {};
+    }
     std::string getBytes() const override;
     quint64 getRevision() const override;
     std::optional<Outcome> set(const QString& path, const FrameworkCore::Values::Value& value) override;

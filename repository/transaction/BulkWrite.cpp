@@ -3,8 +3,6 @@
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/common/PathRules.h"
 #include "repository/common/Texts.h"
-#include "repository/documents/Formats.h"
-#include "repository/documents/common/ComponentCodec.h"
 #include "repository/store/Refusals.h"
 #include "repository/store/WriteCheck.h"
 #include "repository/transaction/Projection.h"
@@ -229,22 +227,9 @@ bool BulkWrite::writeExcerpt(const Documents::Excerpt& excerpt)
 
 std::optional<std::size_t> BulkWrite::writeCommented(const std::vector<Documents::CarriedComment>& comments)
 {
-    const std::string type = newPlace ? newPlace->getDescription().type.toStdString() : std::string();
-    if (comments.empty() || !Documents::findFormat(type))
+    if (comments.empty() || !newPlace)
         return {};
-    const std::string place = pathBytes(pathAfter(root, newPlace->getName().size()));
-    const auto document = Documents::makeDocument(type); // a copy, so that it is written as the file is
-    document->parseAgain(newPlace->getBytes());
-    std::size_t refused = 0;
-    if (place.empty() || !document->insertAll(place, held, refused).ok())
-        return {};
-    std::vector<Documents::CarriedComment> placed = comments;
-    for (Documents::CarriedComment& comment : placed)
-        comment.path = comment.path.empty() ? place : Documents::joinPath(place, comment.path);
-    std::string text = document->getBytes();
-    Documents::addComments(text, type, placed);
-    document->parseAgain(std::move(text));
-    const auto excerpt = document->excerpt(place);
+    const auto excerpt = newPlace->excerptOf(root, held, comments);
     const auto former = newPlace->getComments();
     if (!excerpt || !writeExcerpt(*excerpt))
         return {};

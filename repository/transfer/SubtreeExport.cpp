@@ -183,7 +183,8 @@ void SubtreeExport::addComments(QByteArray& text, TransferReport& report, const 
     for (Documents::CarriedComment& comment : placed)
         comment.path = place(comment.path);
     std::string bytes = text.toStdString();
-    const std::size_t leftOut = Documents::addComments(bytes, writtenType, placed);
+    const std::size_t leftOut = Documents::addComments(
+        bytes, [&] { return Documents::makeDocument(writtenType); }, placed);
     const QByteArray commented = QByteArray::fromStdString(bytes);
     const bool isAlike = dialectOf(commented) == dialectOf(text);
     report.setCommentsLeftOut(int(isAlike ? leftOut : comments.size()));

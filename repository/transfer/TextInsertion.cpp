@@ -172,7 +172,8 @@ void TextInsertion::translate(const Backend& target, const Places& places)
         }
     }
     std::string text = copy->getBytes();
-    Documents::addComments(text, type, carried);
+    Documents::addComments(
+        text, [&] { return Documents::makeDocument(type); }, carried);
     copy->parseAgain(std::move(text));
     translated = std::move(copy);
     written = translated.get();

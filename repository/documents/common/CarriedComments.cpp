@@ -1,6 +1,5 @@
 #include "repository/documents/common/CarriedComments.h"
 
-#include "repository/documents/Formats.h"
 #include "repository/documents/common/Latin1.h"
 #include "repository/documents/common/TextLine.h"
 #include "repository/documents/common/TypeTag.h"
@@ -233,8 +232,8 @@ std::vector<Entry> entriesOf(const Document& document)
 class CommentAddition
 {
 public:
-    CommentAddition(std::string& changed, const std::string& documentType)
-        : text(changed), type(documentType), readings(fewReadings + manyBytes / (changed.size() + 1))
+    CommentAddition(std::string& changed, const DocumentMaker& documentMaker)
+        : text(changed), makeDocument(documentMaker), readings(fewReadings + manyBytes / (changed.size() + 1))
     {
     }
 
@@ -264,8 +263,8 @@ private:
     {
         readings -= readings > 0 ? 1 : 0;
         refused = 0;
-        const auto before = makeDocument(type);
-        const auto after = makeDocument(type);
+        const auto before = makeDocument();
+        const auto after = makeDocument();
         before->parseAgain(text);
         CommentWriter writer(*before, lineEndOf(text));
         for (const CarriedComment& comment : comments)
@@ -278,7 +277,7 @@ private:
     }
 
     std::string& text;
-    const std::string& type;
+    const DocumentMaker& makeDocument;
     std::size_t readings; // that may still be made
 };
 
@@ -348,10 +347,10 @@ std::vector<CarriedComment> commentsBelow(std::string_view path, std::vector<Car
     return found;
 }
 
-std::size_t addComments(std::string& text, const std::string& type,
+std::size_t addComments(std::string& text, const DocumentMaker& makeDocument,
                         const std::vector<CarriedComment>& comments)
 {
-    return CommentAddition(text, type).add(comments);
+    return CommentAddition(text, makeDocument).add(comments);
 }
 
 std::size_t countMissing(const std::vector<CarriedComment>& comments,

@@ -3,6 +3,8 @@
 #include "repository/documents/common/Document.h"
 
 #include <cstddef>
+#include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,9 +29,12 @@ std::vector<CarriedComment> commentsOf(const TextMarks& marks);
 // Those about an entry and all below it, with paths relative to it; for the empty path all.
 std::vector<CarriedComment> commentsBelow(std::string_view path, std::vector<CarriedComment> comments);
 
-// Puts comments into a text of the type, at the entries of their paths. Returns how many of them it cannot
+// An empty document of some type.
+using DocumentMaker = std::function<std::unique_ptr<Document>()>;
+
+// Puts comments into a text of that type, at the entries of their paths. Returns how many of them it cannot
 // hold: all in a format without comments.
-std::size_t addComments(std::string& text, const std::string& type,
+std::size_t addComments(std::string& text, const DocumentMaker& makeDocument,
                         const std::vector<CarriedComment>& comments);
 
 // How many of the comments a text has not which had others before and has these now.
