@@ -152,7 +152,8 @@ private slots:
     // What an entry shows, where that is written, and its comment there.
     void leadsToTheSource()
     {
-        const std::string bytes = "b: &b\n  # above\n  x: 1 # c\nm:\n  <<: *b\n  y: 2\na: &s 3\nc: *s\n";
+        const std::string bytes = "b: &b\n  # above\n  x: 1 # c\nm:\n  <<: *b\n  y: 2\na: &s 3\nc: *s\n"
+                                  "v:\n  \"#value\": &v 5\n  k: 6\nw: *v\n";
         const auto document = makeDocument("yaml");
         QVERIFY(document->parse(bytes).ok());
         const auto row = [&](const char* path, Document::Origin origin, const char* source, bool isLinked) {
@@ -165,6 +166,8 @@ private slots:
         QVERIFY(row("m.<<", Document::Origin::Reference, "m.<<", false));
         QVERIFY(row("a", Document::Origin::Own, "a", true));
         QVERIFY(row("c", Document::Origin::Alias, "a", true));
+        QVERIFY(row("w", Document::Origin::Alias, "v", true));
+        QCOMPARE(document->followersOf("v"), std::vector<std::string>{"w"});
         QCOMPARE(document->locate("m.x")->offset, bytes.find("1 # c"));
         QCOMPARE(document->comment("m.x"), document->comment("b.x"));
         QVERIFY(!document->comment("m.x").empty());

@@ -161,6 +161,8 @@ bool YamlFile::isInFlow(NodeId id) const
 std::string YamlFile::pathOf(NodeId id) const
 {
     std::vector<NodeId> nodes;
+    if (tree.isOwnValue(id))
+        id = tree.node(id).parent;
     for (; tree.node(id).parent != noNode; id = tree.node(id).parent)
         nodes.push_back(id);
     std::string path;
