@@ -202,11 +202,14 @@ bool YamlValues::isSpelling(NodeId id, std::string_view spelling) const
         return false;
     const YamlNode& root = whole.tree.node(whole.tree.getRoot());
     const NodeId value = root.first;
-    const bool mayEndLine = whole.tree.node(value).isBlockScalar() && file.placeOf(id).endsFile;
-    const std::size_t end = mayEndLine ? endOfYamlContent(spelling, spelling.size()) : spelling.size();
+    // Which line ends are those of a block, what follows it decides.
+    const auto ended = [&](std::string_view read) {
+        return whole.tree.node(value).isBlockScalar() ? read.substr(0, read.find_last_not_of("\r\n") + 1)
+                                                      : read;
+    };
     return root.count == 1 && whole.tree.node(value).isLeaf() &&
            whole.tree.node(value).kind != YamlKind::Merge && !whole.tree.node(value).isAlias &&
-           whole.tree.readValueText(value) == spelling.substr(0, end);
+           ended(whole.tree.readValueText(value)) == ended(spelling);
 }
 
 } // namespace Repository::Documents
