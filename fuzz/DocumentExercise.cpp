@@ -155,9 +155,13 @@ private:
             if (each.path == entry.path || document->sourceOf(each.path) == entry.path)
                 each.value = value;
         }
-        // An alias in a list may make that one of texts, or of other values.
+        // An alias in a list changes that, and may make it one of texts, or of other values.
         const bool isLinked = document->isLinked(entry.path);
         std::vector<Entry> now = entriesOf(*document);
+        for (std::size_t i = 0; isLinked && i < std::min(now.size(), expected.size()); ++i) {
+            if (expected[i].path != entry.path && expected[i].value.type == Type::StringList)
+                expected[i].value = now[i].value;
+        }
         if (wasCopy) { // it has come to the entries of its map
             sortByPath(now);
             sortByPath(expected);
