@@ -133,6 +133,8 @@ private:
             return fault("a value lies outside of the text");
         const bool wasNamed = document->namesType(entry.path);
         const bool wasCopy = document->originOf(entry.path) == Document::Origin::Copy;
+        const bool isMerged =
+            document->originOf(entry.path) == Document::Origin::Reference; // into other entries
         if (!document->set(entry.path, value).ok())
             return checkNothingChanged();
         if (isGroup)
@@ -166,7 +168,7 @@ private:
             sortByPath(now);
             sortByPath(expected);
         }
-        if (!areSame(now, expected) && !(isLinked && now.size() != expected.size()))
+        if (!areSame(now, expected) && !isMerged && !(isLinked && now.size() != expected.size()))
             return fault("more than one entry changed, or the wrong way");
         std::string broken = checkTree();
         return broken.empty() && keepsTag && !wasCopy && choose(2) == 0 ? checkUndo(entry, *spelling)
@@ -221,7 +223,8 @@ private:
         std::string broken = checkTree();
         if (!broken.empty() || siblingsMove)
             return broken;
-        if (document->contains(path) && document->originOf(path) != Document::Origin::Copy)
+        if (document->contains(path) &&
+            document->originOf(path) == Document::Origin::Own) // not what is merged
             return fault("what was removed is still there");
         const std::vector<Entry> now = entriesOf(*document);
         for (const Entry& entry : entries) {
