@@ -149,6 +149,28 @@ private slots:
         QCOMPARE(QByteArray::fromStdString(document->getBytes()), before);
     }
 
+    void takesAListBack_data()
+    {
+        const auto row = TestSupport::columns<QByteArray>("yaml");
+        row("of lines", "n: &n t\ni:\n- *n\n- u\nz: 1\n");
+        row("in brackets", "n: &n t\ni: [*n, u] # c\n");
+        row("of a block", "n: &n |\n  a\n  b\ni:\n- *n\n- u\n");
+    }
+
+    // Its aliases are read with their file only.
+    void takesAListBack()
+    {
+        QFETCH(QByteArray, yaml);
+        const auto document = makeDocument("yaml");
+        QVERIFY(document->parse(yaml.toStdString()).ok());
+        const auto value = document->valueAt("i");
+        const std::string spelling = document->spell("i").value();
+        QVERIFY(document->set("i", list({"p", "q: r"})).ok());
+        QVERIFY(document->respell("i", spelling).ok());
+        QCOMPARE(QByteArray::fromStdString(document->getBytes()), yaml);
+        QVERIFY(isSame(*document->valueAt("i"), *value));
+    }
+
     // What an entry shows, where that is written, and its comment there.
     void leadsToTheSource()
     {

@@ -327,7 +327,21 @@ Outcome YamlDocument::respell(std::string_view path, std::string_view spelling)
         return restore(path, valueNode);
     if (YamlLinks(*file).reshapesLists(valueNode, spelling))
         return rewrite(path, std::string(spelling), file->tree.node(valueNode).tag);
-    return put(valueNode, std::string(spelling));
+    outcome = put(valueNode, std::string(spelling));
+    const bool mayLink = spelling.find('*') != std::string_view::npos;
+    return outcome.ok() || !mayLink ? outcome : respellLinked(path, spelling);
+}
+
+// A list with aliases, which are only read with their file.
+Outcome YamlDocument::respellLinked(std::string_view path, std::string_view spelling)
+{
+    settle();
+    const NodeId id = file->findValueNode(path);
+    YamlEditor editor(*file);
+    editor.replaceText(id, YamlValues(*file).withLead(id, std::string(spelling)));
+    editor.noteChanged(id);
+    return commit(editor, Kind::Insertion, noNode,
+                  [&](const YamlFile& fresh) { return fresh.findValueNode(path) != noNode; });
 }
 
 // Where it shows the same value.

@@ -79,6 +79,7 @@ private:
     Outcome checkShape(std::string_view path, NodeId id, bool isGone) const;
     Outcome setElements(std::string_view path, const Value& value);
     Outcome restore(std::string_view path, NodeId valueNode);
+    Outcome respellLinked(std::string_view path, std::string_view spelling);
     Outcome respellAlias(std::string_view path, NodeId valueNode, std::string_view spelling);
     Outcome put(NodeId valueNode, const std::string& spelling);
     bool isSmall() const;
