@@ -157,13 +157,19 @@ bool YamlDocument::isReadAlike() const
     YamlFile fresh(file->writeText(), file->encoding);
     if (!fresh.readText().ok())
         return false;
-    std::vector<Entry> wanted;
-    std::vector<Entry> read;
-    visitEntries(*file, [&](const Entry& entry) { wanted.push_back(entry); });
-    visitEntries(fresh, [&](const Entry& entry) { read.push_back(entry); });
+    using Entries = std::vector<std::pair<std::string, Value>>;
+    const auto entriesOf = [](const YamlFile& shown) {
+        Entries entries;
+        walkEntries(shown, [&](const std::string& path, NodeId, NodeId valueNode) {
+            entries.emplace_back(path, valueNode == noNode ? Value() : shown.read(valueNode));
+        });
+        return entries;
+    };
+    const Entries wanted = entriesOf(*file);
+    const Entries read = entriesOf(fresh);
     return std::equal(
         wanted.begin(), wanted.end(), read.begin(), read.end(),
-        [](const Entry& a, const Entry& b) { return a.path == b.path && isSame(a.value, b.value); });
+        [](const auto& a, const auto& b) { return a.first == b.first && isSame(a.second, b.second); });
 }
 
 // Reads the text with another value, since more than that changes. The comment that tags its type is on the
