@@ -290,6 +290,8 @@ std::vector<CarriedComment> commentsOf(const TextMarks& marks)
                      [](const auto& a, const auto& b) { return a.offset < b.offset; });
     std::vector<CarriedComment> found;
     std::size_t former = 0; // where the last own lines end
+    auto opened = begins.cbegin();
+    std::vector<decltype(opened)> around; // entries that something closes, and that the comment lies in
     for (const TextMarks::Comment& comment : marks.comments) {
         const std::size_t line = lineBegin(marks.text, comment.offset);
         if (isOfVantry(comment.text))
@@ -297,22 +299,25 @@ std::vector<CarriedComment> commentsOf(const TextMarks& marks)
         CarriedComment carried;
         carried.lines = linesOf(utf8(comment.text));
         carried.isBehind = !isBlankLine(marks.text.substr(line, comment.offset - line));
-        auto next = std::lower_bound(begins.begin(), begins.end(), comment.offset,
+        auto next = std::lower_bound(begins.cbegin(), begins.cend(), comment.offset,
                                      [](const auto& begin, std::size_t at) { return begin.offset < at; });
         const std::size_t end = std::min(comment.offset + comment.text.size(), marks.text.size());
-        // Not what lies between it and its own end.
-        const auto around = std::find_if(std::make_reverse_iterator(next), begins.rend(),
-                                         [&](const auto& begin) { return begin.end > comment.offset; });
-        const bool isLast = around != begins.rend() && (next == begins.end() || next->offset >= around->end);
+        for (; opened != next; ++opened) {
+            if (opened->end > 0)
+                around.push_back(opened);
+        }
+        const auto isClosed = [&](const auto& begin) { return begin->end <= comment.offset; };
+        around.erase(std::remove_if(around.begin(), around.end(), isClosed), around.end());
+        const bool isLast = !around.empty() && (next == begins.end() || next->offset >= around.back()->end);
         const bool isInFront =
             !isLast && next != begins.end() && isBlankLine(marks.text.substr(end, next->offset - end));
         carried.isInstruction = startsWith(comment.text, "<?");
-        carried.isBehind = carried.isBehind && !isInFront && next != begins.begin();
+        carried.isBehind = carried.isBehind && !isInFront && next != begins.cbegin();
         if (carried.isBehind)
             --next;
         carried.isAtEnd = !carried.isBehind && (isLast || next == begins.end());
         if (carried.isAtEnd && isLast)
-            carried.path = around->path;
+            carried.path = around.back()->path;
         else if (!carried.isAtEnd)
             carried.path = next->path;
         const std::string_view below =
