@@ -300,7 +300,7 @@ private slots:
         }
     }
 
-    // A key or section that Vantry adds, or names anew, is no end of the file for the program.
+    // The program still reads the file after Vantry has added or renamed a key or a section.
     void namesWhatTheProgramReads_data() { writesWhatTheProgramReads_data(); }
 
     void namesWhatTheProgramReads()

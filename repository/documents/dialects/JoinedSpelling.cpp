@@ -76,7 +76,7 @@ bool isPythonBlank(char32_t c)
 
 std::string_view trimPythonBlanks(std::string_view text)
 {
-    std::size_t begin = text.size(); // of what is no blank
+    std::size_t begin = text.size(); // of the first character that is not blank
     std::size_t end = 0;
     for (std::size_t at = 0; at < text.size();) {
         const std::size_t size = std::max<std::size_t>(utf8Length(text.substr(at)), 1);

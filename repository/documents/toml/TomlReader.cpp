@@ -40,8 +40,8 @@ std::string explain(std::string_view description)
     return isNewer ? Reason::tr("%1; that is TOML 1.1, and Vantry reads TOML 1.0", {text}) : text;
 }
 
-// The dot of a key by which tables lie too deep for the parser, whose stack grows with them, or none. Of a
-// text that is no TOML, it may be any dot.
+// The dot of a key by which tables lie too deep for the parser, whose stack grows with them, or none. In
+// invalid TOML it may be any dot.
 std::size_t findTooDeep(std::string_view text)
 {
     std::vector<std::size_t> around; // each bracket, dots
