@@ -2357,5 +2357,17 @@
         <source>it is tried again all the time</source>
         <translation>es wird ständig wieder versucht</translation>
     </message>
+    <message>
+        <source>Revert %1</source>
+        <translation>%1 zurücksetzen</translation>
+    </message>
+    <message>
+        <source>Resolve %1</source>
+        <translation>Konflikte von %1 lösen</translation>
+    </message>
+    <message>
+        <source>Revert changes of %1</source>
+        <translation>Änderungen von %1 zurücksetzen</translation>
+    </message>
 </context>
 </TS>

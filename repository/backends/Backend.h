@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/FrameworkCore/AppConfig/AccessMode.h"
+#include "host/FrameworkCore/AppConfig/AttributePath.h"
 #include "host/FrameworkCore/AppConfig/BackendInformationInterface.h"
 #include "host/FrameworkCore/AppConfig/ChangesInterface.h"
 #include "host/FrameworkCore/AppConfig/Outcome.h"
@@ -74,6 +75,13 @@ public:
         return Outcome(FrameworkCore::AppConfig::NotWritable, Texts::tr("it is locked"))
             .in(description.filePath)
             .advise(Texts::tr("unlock it to change it"));
+    }
+
+    // A path in it as people read it.
+    QString readable(const QString& path) const
+    {
+        return FrameworkCore::AppConfig::readablePath(path, description.name,
+                                                      description.type == QLatin1String("folder"));
     }
 
     // The path in the tree of an entry.
