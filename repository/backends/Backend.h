@@ -156,6 +156,9 @@ public:
     // Another number after every change, whoever made it.
     virtual quint64 getRevision() const = 0;
 
+    // Another number after every change of what is unsaved.
+    virtual quint64 getChangesRevision() const { return getRevision(); }
+
     // Changes a value in memory. Nothing while it is being edited otherwise, and where it is linked.
     virtual std::optional<Outcome> set(const QString& path, const FrameworkCore::Values::Value& value) = 0;
 

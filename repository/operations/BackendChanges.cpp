@@ -119,4 +119,10 @@ Outcome BackendChanges::saveHunks(const QString& backend, const QStringList& hun
     return savePart(backend, {{}, hunks});
 }
 
+quint64 BackendChanges::getChangesRevision(const QString& name) const
+{
+    const auto backend = findBackend(*store->getTree(), name);
+    return backend ? backend->getChangesRevision() : 0;
+}
+
 } // namespace Repository
