@@ -204,6 +204,23 @@ private slots:
         QTRY_COMPARE(contentOf(folder->path("limits.ini")), QByteArray("[oven]\nmaximum = 130\n"));
     }
 
+    // Whatever keys the docks behind have.
+    void takesTheirsByKey()
+    {
+        write(maximum, 130);
+        TestSupport::writeFile(folder->path("limits.ini"), "[oven]\nmaximum = 140\n");
+        QVERIFY(pressKey(QStringLiteral("ctrl+f")));
+        QTRY_VERIFY(desk->part<QDockWidget>("findDock")->isAncestorOf(QApplication::focusWidget()));
+        showChanges();
+        const auto& rows = *desk->part<QTreeView>("changeRows");
+        QTRY_COMPARE(rowsOf(rows).value(1), QStringLiteral(" oven.maximum|conflict|140|130|125"));
+        clickRow(QStringLiteral("oven.maximum"));
+        QVERIFY(pressKey(QStringLiteral("alt+t")));
+        QTRY_COMPARE(read(maximum), QVariant(140LL));
+        QVERIFY(pressKey(QStringLiteral("ctrl+f")));
+        QTRY_VERIFY(desk->part<QDockWidget>("findDock")->isAncestorOf(QApplication::focusWidget()));
+    }
+
     void followsInTheText()
     {
         desk->tree->setCurrentIndex(desk->item(port));
