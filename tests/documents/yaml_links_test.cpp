@@ -131,6 +131,8 @@ private slots:
         row("new below an inherited one", merge, add("m.g.l", integer(2)), "from \"b.g\" at line 3", 3);
         row("renamed", merge, renameTo("m.x", "z"), "from \"b.x\" at line 2", 2);
         row("inherited below an alias", merge, setTo("n.x", integer(2)), "the alias *m at line 7", 7);
+        row("inherited by what is merged", "b: &b {x: 1}\nm:\n  <<: {<<: *b, y: 2}\n",
+            setTo("m.<<.x", integer(2)), "\"m.<<.x\" comes with \"<<\" from \"b.x\" at line 1", 1);
         row("merged", merge, setTo("m.<<", integer(2)), "names what is merged", 5);
         row("merged map", merge, drop("b"), "is used at line 5", 5);
     }

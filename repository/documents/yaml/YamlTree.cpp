@@ -96,6 +96,13 @@ bool YamlTree::isMergeKey(NodeId id) const
     return node.hasKey && node.keyStyle == YamlStyle::Plain && text(node.key, node.keyEnd) == "<<";
 }
 
+bool YamlTree::isInMerge(NodeId id) const
+{
+    while (id != noNode && !nodes[id].isMerged)
+        id = nodes[id].parent;
+    return id != noNode;
+}
+
 NodeId YamlTree::lastOwn(NodeId collection) const
 {
     NodeId id = nodes[collection].last;

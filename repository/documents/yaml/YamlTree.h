@@ -67,6 +67,9 @@ public:
     // Whether the key of a node is the one that merges maps into the one around it.
     bool isMergeKey(NodeId id) const;
 
+    // Whether it is what a map merges, or lies in that.
+    bool isInMerge(NodeId id) const;
+
     // The last child that is written in the collection.
     NodeId lastOwn(NodeId collection) const;
 
