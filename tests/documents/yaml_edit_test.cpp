@@ -6,6 +6,7 @@
 
 #include <QDirIterator>
 #include <QFile>
+#include <QRandomGenerator>
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -454,6 +455,40 @@ private slots:
                 what.c_str());
             QVERIFY2(document->getBytes() == bytes || (isCopy && !endsLine(bytes)), what.c_str());
         }
+    }
+
+    // After edits anywhere in a file of many entries, each value is found where it is written.
+    void findsValuesInALargeFile()
+    {
+        std::string bytes;
+        for (int group = 0; group < 50; ++group) {
+            bytes += "g" + std::to_string(group) + ":\n";
+            for (int entry = 0; entry < 40; ++entry)
+                bytes += "  # above\n  k" + std::to_string(entry) + ": v" + std::to_string(entry) + " # c\n";
+            bytes += "  l:\n  - a: 1\n    b: [x, y]\n  - a: 2\n";
+        }
+        const auto document = makeDocument("yaml");
+        QVERIFY(document->parse(bytes).ok());
+        QRandomGenerator random(7);
+        for (int step = 0; step < 400; ++step) {
+            const std::vector<Entry> entries = entriesOf(*document);
+            const auto any = [&] { return entries[std::size_t(random.bounded(int(entries.size())))].path; };
+            const std::string name = "n" + std::to_string(step);
+            const std::vector<Edit> edits{drop(any()), renameTo(any(), name), setTo(any(), text(name)),
+                                          add(joinPath(any(), name), integer(step)),
+                                          add(joinPath(splitLast(any()).parent, name), text("of\nlines\n"))};
+            edits[std::size_t(step) % edits.size()](*document);
+            const std::string now = document->getBytes();
+            for (int looks = 0; looks < 10; ++looks) {
+                const std::string path = any();
+                const auto spelling = document->spell(path);
+                const auto place = document->locate(path);
+                QCOMPARE(place.has_value(), spelling.has_value());
+                QVERIFY2(!place || now.substr(place->offset, place->length) == *spelling, path.c_str());
+            }
+        }
+        QVERIFY(document->getBytes() != bytes);
+        QCOMPARE(toLines(*document), toLines("yaml", document->getBytes()));
     }
 
     // Entries are taken out, renamed and added anywhere in real files: what the file is read to be is what
