@@ -158,6 +158,7 @@ private slots:
         const auto row = TestSupport::columns<QByteArray>("yaml");
         row("of lines", "n: &n t\ni:\n- *n\n- u\nz: 1\n");
         row("in brackets", "n: &n t\ni: [*n, u] # c\n");
+        row("at the end of a file", "n: &n t\ni:\n- a\n- *n\n- u");
         row("of a block", "n: &n |\n  a\n  b\ni:\n- *n\n- u\n");
     }
 

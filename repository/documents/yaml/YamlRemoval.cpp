@@ -8,6 +8,12 @@
 
 namespace Repository::Documents {
 
+namespace {
+
+constexpr auto npos = std::string_view::npos;
+
+} // namespace
+
 void YamlEditor::remove(NodeId id, bool withComments)
 {
     const NodeId parent = tree.node(id).parent;
@@ -34,6 +40,12 @@ void YamlEditor::removeElements(NodeId sequence, std::size_t from, std::size_t c
     }
     for (std::size_t i = from; i < from + count; ++i)
         removeBlock(tree.elementAt(sequence, i), false);
+    // A file whose last line had no end gets none.
+    const std::size_t tail = from == 0 ? npos : layout.tailOf(tree.elementAt(sequence, from - 1));
+    const std::size_t end = layout.tailOf(tree.elementAt(sequence, from + count - 1));
+    if (tail != npos && end == text().size() &&
+        skipYamlLine(text(), tail) == findYamlLine(text(), layout.beginOf(tree.elementAt(sequence, from))))
+        edit(tail, skipYamlLine(text(), tail), {});
 }
 
 void YamlEditor::removeFlow(NodeId collection, std::size_t from, std::size_t count, bool withComments)
