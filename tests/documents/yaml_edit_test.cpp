@@ -257,6 +257,15 @@ private slots:
             "? - -\n: 3\nb: 2\n");
         row("below such a key", "? - -\nb: 2\n", drop("b"), "? - -\n");
         row("key that some misread", "a: 1\n", renameTo("a", "on"), "\"on\": 1\n");
+        row("with comments below", "s:\n  p: 1 # c\n  # off: 2\n\n  # end\n# of t\nt: 3\n", copyTo("s", "t2"),
+            "s:\n  p: 1 # c\n  # off: 2\n\n  # end\n# of t\nt: 3\nt2:\n  p: 1 # c\n  # off: 2\n\n  # end\n");
+        row("element with comments below", "- a: 1\n  # off: 2\n# of b\n- b: 3\n  # end\n", move("0", "1"),
+            "# of b\n- b: 3\n  # end\n- a: 1\n  # off: 2\n");
+        row(
+            "moved with comments below", "a:\n  b:\n    c: 1\n      # end\n  d: 2\n",
+            [](Document& document) { return document.removeExcerpt("a.b"); }, "a:\n  d: 2\n");
+        row("new behind comments", "s:\n  p: 1\n  # off: 2\n", add("t", integer(3)),
+            "s:\n  p: 1\n  # off: 2\nt: 3\n");
         row("element to the front", "- a: 1\n# of two\n- b: 2\n  c: 3\n", move("1", "0"),
             "# of two\n- b: 2\n  c: 3\n- a: 1\n");
     }
