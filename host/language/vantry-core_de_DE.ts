@@ -1095,6 +1095,10 @@
         <translation>dem Schlüssel fehlt der &quot;:&quot;, nach dem seine Einträge kämen</translation>
     </message>
     <message>
+        <source>a comment above it tags its type, so that no entry can go below it</source>
+        <translation>ein Kommentar darüber nennt den Typ, sodass kein Eintrag darunter stehen kann</translation>
+    </message>
+    <message>
         <source>its value is written over several lines, below which no entry can go</source>
         <translation>der Wert ist über mehrere Zeilen geschrieben, unter denen kein Eintrag stehen kann</translation>
     </message>

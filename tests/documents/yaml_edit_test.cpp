@@ -155,6 +155,8 @@ private slots:
             "a: {\n  b: 1, # c\n  k: 2,\n}\n");
         row("below a value", "a: 1 # c\nb: 2\n", add("a.k", integer(3)),
             "a:\n  \"#value\": 1 # c\n  k: 3\nb: 2\n");
+        row("below a tagged value", "# c\n# @type date\na: '2024-01-02'\n", add("a.k", integer(3)),
+            "# c\na:\n  # @type date\n  \"#value\": '2024-01-02'\n  k: 3\n");
         row("below nothing", "a: # c\nb: 2\n", add("a.k", integer(3)), "a: # c\n  k: 3\nb: 2\n");
         row("below null", "- ~\n- {b: null}\n", add("0.k.l", integer(3)), "-\n  k:\n    l: 3\n- {b: null}\n");
         row("below null in brackets", "a: {b, c: 1}\n", add("a.b.k", integer(3)), "a: {b: {k: 3}, c: 1}\n");
