@@ -120,10 +120,8 @@ std::string EtcdBackend::getBytes() const
 {
     const std::lock_guard lock(state->mutex);
     std::string text;
-    for (const std::string& path : state->entries.pathsWithin({})) {
-        if (!state->entries.isForeign(path))
-            text += lineOf(path, *state->entries.find(path));
-    }
+    state->entries.visitOwn(
+        [&text](const std::string& path, const Value& value) { text += lineOf(path, value); });
     return text;
 }
 
@@ -276,10 +274,13 @@ Outcome EtcdBackend::replaceText(std::string bytes)
     if (!outcome.ok())
         return outcome;
     SharedEntries& entries = state->entries;
-    for (const std::string& path : entries.pathsWithin({})) {
-        if (!entries.isForeign(path) && wanted->count(path) == 0)
-            entries.edit(path, std::nullopt);
-    }
+    std::vector<std::string> unwanted;
+    entries.visitOwn([&](const std::string& path, const Value&) {
+        if (wanted->count(path) == 0)
+            unwanted.push_back(path);
+    });
+    for (const std::string& path : unwanted)
+        entries.edit(path, std::nullopt);
     for (const auto& [path, value] : *wanted) {
         const Value* const present = entries.find(path);
         if (!present || !isSame(*present, value))
