@@ -44,9 +44,13 @@ std::string_view meaningOf(const std::string& message)
     return {};
 }
 
+constexpr std::string_view full = "database space exceeded";
+
 // Of a failed connection, the last attempt, after what it means.
 std::string reasonIn(const std::string& message)
 {
+    if (message.find(full) != std::string::npos)
+        return "the server is full; compact and defragment it, then disarm its alarm (" + message + ')';
     const std::string_view meaning = meaningOf(message);
     std::string reason = message;
     for (const std::string_view front : {"last error: ", "UNKNOWN: ", "INTERNAL: ", "UNAVAILABLE: "}) {
@@ -69,9 +73,11 @@ Status statusOf(const grpc::Status& status)
         return Status::Done;
     case grpc::StatusCode::OUT_OF_RANGE:
         return says(status, "compacted") ? Status::Compacted : Status::Unavailable;
+    case grpc::StatusCode::INVALID_ARGUMENT:
+        return says(status, "too large") || says(status, "too many operations") ? Status::TooLarge
+                                                                                : Status::Refused;
     case grpc::StatusCode::PERMISSION_DENIED:
     case grpc::StatusCode::UNAUTHENTICATED:
-    case grpc::StatusCode::INVALID_ARGUMENT:
     case grpc::StatusCode::FAILED_PRECONDITION:
         return Status::Refused;
     case grpc::StatusCode::RESOURCE_EXHAUSTED: // full, or too many requests for now
