@@ -160,6 +160,8 @@ private slots:
         row("below nothing", "a: # c\nb: 2\n", add("a.k", integer(3)), "a: # c\n  k: 3\nb: 2\n");
         row("below null", "- ~\n- {b: null}\n", add("0.k.l", integer(3)), "-\n  k:\n    l: 3\n- {b: null}\n");
         row("below null in brackets", "a: {b, c: 1}\n", add("a.b.k", integer(3)), "a: {b: {k: 3}, c: 1}\n");
+        row("tagged in two ways", "# @type date\na: !x 1\n", setTo("a", text("z")),
+            "# @type date\na: !x z\n");
         row("type without a form", "a: 1\n", add("k", {Type::Date, std::string("2024-01-02")}),
             "a: 1\n# @type date\nk: \"2024-01-02\"\n");
         row("element", "a:\n  - b: 1\n  # of two\n  - c\n",
