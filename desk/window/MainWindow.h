@@ -133,7 +133,7 @@ private:
     std::shared_ptr<Repository> repository;
     FileMounter& mounter;
     BackendFiles files;
-    LogFeed logFeed;
+    LogFeed logFeed{repository};
     QStringList shownBackends; // in the title
     QString shownApplication;  // in the work area; empty for the start page
     QStringList fileProblems;

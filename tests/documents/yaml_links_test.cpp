@@ -40,6 +40,8 @@ private slots:
         row("a text", "b: &b x\nm:\n  <<: *b\n", "m.<< = '*b'");
         row("itself", "m: &m\n  <<: *m\n  x: 1\n", "m.<< = '*m'|m.x = 1");
         row("quoted", "b: &b {x: 1}\nm:\n  \"<<\": *b\n", "m.<<.x = 1");
+        row("keys", "a: &x {p: 1}\nm:\n  &x k: *x\n  &y l: *x\n  n: [*x, *y]\n",
+            "m.k = 'k'|m.l = 'k'|m.n = ['k','l']");
         row("anchor given again", "- &b {x: 1}\n- m: {<<: *b}\n- &b {x: 2}\n- m: {<<: *b}\n",
             "3.m.<< = '*b'|3.m.x = 2");
     }
@@ -156,6 +158,7 @@ private slots:
         const auto row = TestSupport::columns<QByteArray>("yaml");
         row("of lines", "n: &n t\ni:\n- *n\n- u\nz: 1\n");
         row("in brackets", "n: &n t\ni: [*n, u] # c\n");
+        row("at the end of a file", "n: &n t\ni:\n- a\n- *n\n- u");
         row("of a block", "n: &n |\n  a\n  b\ni:\n- *n\n- u\n");
     }
 
