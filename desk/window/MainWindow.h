@@ -132,7 +132,7 @@ private:
     std::shared_ptr<Repository> repository;
     FileMounter& mounter;
     BackendFiles files;
-    LogFeed logFeed;
+    LogFeed logFeed{repository};
     QStringList shownBackends; // in the title
     QStringList fileProblems;
     QVector<KeptChanges::Entry> keptToApply; // once their files are open
