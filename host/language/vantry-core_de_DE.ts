@@ -2387,7 +2387,7 @@
     </message>
     <message>
         <source>the name of a store has no &quot;/&quot; in it, as &apos;%1&apos; has</source>
-        <translation type="unfinished"></translation>
+        <translation>der Name eines Stores enthält kein &quot;/&quot;, wie es &apos;%1&apos; tut</translation>
     </message>
 </context>
 </TS>
