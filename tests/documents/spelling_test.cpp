@@ -85,6 +85,20 @@ private slots:
         QCOMPARE(QByteArray::fromStdString(reloaded->getBytes()), file);
     }
 
+    // The "\r" and "\n" of two lines, between which there was another one, are no line end together.
+    void restoresALineAboveABlankOne()
+    {
+        const auto document = makeDocument("ini:kde");
+        QVERIFY(document->parse("m = a\\nb\rx=1\r\n\n[m]\n").ok());
+        QVERIFY(document->remove("x").ok());
+        const std::string before = document->getBytes();
+        const auto spelling = document->spell("m");
+        QVERIFY(document->set("m", text("c")).ok());
+        const auto outcome = document->respell("m", *spelling);
+        QVERIFY2(outcome.ok(), outcome.error.c_str());
+        QCOMPARE(document->getBytes(), before);
+    }
+
     void refusesWhatIsNoSpelling_data()
     {
         TestSupport::columns<QByteArray, QByteArray, QByteArray, QByteArray>("format", "file", "path",

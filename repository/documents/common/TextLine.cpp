@@ -86,6 +86,15 @@ bool endsLine(std::string_view text)
     return text.empty() || isLineEnd(text.back());
 }
 
+std::string endedByLineFeed(std::string_view lines)
+{
+    if (!lines.empty() && lines.back() == '\n')
+        lines.remove_suffix(1);
+    if (!lines.empty() && lines.back() == '\r')
+        lines.remove_suffix(1);
+    return std::string(lines) += '\n';
+}
+
 bool endsInBackslash(std::string_view content)
 {
     std::size_t count = 0;

@@ -25,6 +25,9 @@ std::size_t countLineEnds(std::string_view text, char lineEnd);
 // True for an empty text and for one that ends with its line.
 bool endsLine(std::string_view text);
 
+// The lines with "\n" after the last one, to which a "\n" that follows does not belong.
+std::string endedByLineFeed(std::string_view lines);
+
 bool isLineEnd(char c);
 
 // Blanks inside of a line.

@@ -231,8 +231,7 @@ bool IniFile::takesWhatFollows(std::uint32_t piece, const Statement& line) const
 {
     if (!takesInBlankLine(line, dialect))
         return false;
-    std::string lines(line.lines());
-    lines += endsLine(lines) ? "" : "\n";
+    std::string lines = endedByLineFeed(line.lines());
     const std::size_t size = lines.size();
     bool isTrivia = true;
     for (std::uint32_t at = pieces[piece].next; at != none && isTrivia; at = pieces[at].next) {

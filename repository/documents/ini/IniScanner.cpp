@@ -351,8 +351,7 @@ bool takesInBlankLine(const Statement& entry, const Dialect& dialect)
 {
     if (goesOnByLines(dialect) || lastContent(entry).find('\\') == none)
         return false;
-    std::string lines(entry.lines());
-    lines += endsLine(lines) ? "\n" : "\n\n";
+    const std::string lines = endedByLineFeed(entry.lines()) + '\n';
     const std::optional<Statement> line = IniScanner(lines, dialect).next();
     return line && line->text.size() == lines.size();
 }
@@ -369,8 +368,7 @@ bool wouldSwallow(const Statement& above, const Statement& below, IniTrivia betw
     const bool mayQuote = dialect.quotesRunOn && above.value().find_first_of(dialect.quotes) != none;
     if (!mayQuote && lastContent(above).find('\\') == none)
         return false;
-    std::string lines(above.lines());
-    lines += endsLine(lines) ? "" : "\n";
+    std::string lines = endedByLineFeed(above.lines());
     const std::size_t size = lines.size();
     if (between.any)
         lines += between.blank ? "\n" : std::string(1, dialect.comments.front()) + '\n';
