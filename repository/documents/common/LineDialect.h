@@ -78,9 +78,6 @@ public:
     // True when an entry below that of the text would be read as part of its value.
     virtual bool runsOn(std::string_view /*text*/) const { return false; }
 
-    // Whether "\r" and "\n" of two lines are kept from becoming one line end when what was between them goes.
-    virtual bool keepsLineEndsApart() const = 0;
-
 protected:
     const Dialect& dialect;
 

@@ -107,11 +107,12 @@ void LineFile::restoreOrder()
         index.moveToEnd(id);
 }
 
-// The last line of the file may lack its end until another comes after it.
+// The last line of the file may lack its end until another comes after it, and "\r" and "\n" of two lines are
+// no line end together.
 bool LineFile::needsLineEnd(std::string_view above, std::string_view next) const
 {
     const bool merges = !above.empty() && above.back() == '\r' && next.front() == '\n';
-    return !endsLine(above) || (merges && getDialect().keepsLineEndsApart());
+    return !endsLine(above) || merges;
 }
 
 std::string LineFile::getBytes() const
