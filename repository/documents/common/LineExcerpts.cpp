@@ -130,6 +130,16 @@ std::vector<LineDocument::Part> LineDocument::partsOf(std::uint32_t node) const
     return parts;
 }
 
+std::string LineDocument::pathWithout(std::string_view gone, std::string_view path)
+{
+    const NumberedPath numbered = numberedPath(gone);
+    const std::size_t end = std::min(path.find('.', numbered.first.size()), path.size());
+    const NumberedPath other = numberedPath(path.substr(0, end));
+    const bool movesUp = other.first == numbered.first && other.number > numbered.number;
+    return movesUp ? joinNumber(other.first, other.number - 1) + std::string(path.substr(end))
+                   : std::string(path);
+}
+
 std::optional<Outcome> LineDocument::rename(std::string_view path, std::string_view name)
 {
     const LineIndex& index = file->index;
@@ -145,15 +155,9 @@ std::optional<Outcome> LineDocument::rename(std::string_view path, std::string_v
         return renameAll(id, path, name);
     // What begins a group may decide how all of the file is read, and later siblings of the same name move
     // up.
-    const NumberedPath numbered = numberedPath(path);
     const auto afterwards = [&](std::string_view entry) {
-        if (isAtOrBelow(entry, path))
-            return renamed + std::string(entry.substr(path.size()));
-        const std::size_t end = std::min(entry.find('.', numbered.first.size()), entry.size());
-        const NumberedPath other = numberedPath(entry.substr(0, end));
-        const bool movesUp = other.first == numbered.first && other.number > numbered.number;
-        return movesUp ? joinNumber(other.first, other.number - 1) + std::string(entry.substr(end))
-                       : std::string(entry);
+        return isAtOrBelow(entry, path) ? renamed + std::string(entry.substr(path.size()))
+                                        : pathWithout(path, entry);
     };
     const std::string before = getBytes();
     const std::uint64_t wanted = hashOf(afterwards);
