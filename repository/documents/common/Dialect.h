@@ -92,6 +92,7 @@ struct Dialect
     bool hasKeyMarks = false;          // key[$e] has options of the key behind it
     bool hasBraces = false;            // "name = {" and "}" enclose a group; a "*" after a name is an option
     bool blanksSeparate = false;       // a key from its value
+    std::size_t longestLine = 0; // in bytes, of which its program reads longer ones as several; 0 for any
     BareKeys bareKeys = BareKeys::Null;
     std::string_view separator = "=";   // of a file that shows none
     std::string_view indent;            // of its entries

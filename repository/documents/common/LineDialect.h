@@ -45,6 +45,9 @@ public:
     // one.
     std::string_view commentAfter(const Statement& line) const;
 
+    // Why the program reads a line of the text otherwise; empty when it does not.
+    std::string explainLength(std::string_view text) const;
+
     // What a new comment begins with, and whether it may follow a value.
     char commentSign() const;
     bool hasCommentsAfter() const { return !dialect.commentsAfter.empty(); }

@@ -231,7 +231,7 @@ std::string LineFile::findRefusal(std::string_view text) const
     if (reason.empty() && style.isLatin1 && !FrameworkCore::Values::isAscii(text) && !isLatin1(text))
         reason = Reason::tr(
             "the file is ISO-8859-1; in a path, the bytes of a name of it are percent-encoded, as in %F6");
-    return reason;
+    return reason.empty() ? getDialect().explainLength(text) : reason;
 }
 
 std::string LineFile::explainOverwriting(std::uint32_t id, std::string_view text) const
