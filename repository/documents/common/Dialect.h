@@ -38,6 +38,10 @@ struct Spelling
     // Null where it takes all that a line can hold.
     std::string (*explainKey)(std::string_view key) = nullptr;
     std::string (*explainSection)(std::string_view name) = nullptr;
+
+    // A section in a chain of them as it is meant, and how it is spelled. Null where it is spelled as it is.
+    std::string (*readGroup)(std::string_view spelled) = nullptr;
+    std::string (*writeGroup)(std::string_view name) = nullptr;
 };
 
 // How one program reads its files of lines: a row of the table of dialects. Sets of characters are texts;

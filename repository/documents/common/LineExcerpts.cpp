@@ -146,6 +146,8 @@ std::optional<Outcome> LineDocument::rename(std::string_view path, std::string_v
     const std::uint32_t id = index.find(path);
     if (id == none || id == LineIndex::root || splitNumber(name).number > 1)
         return std::nullopt;
+    if (!decodeKey(name))
+        return refused(Reason::tr("%1 is not how a key is written in a path", {quoted(name)}));
     const std::string renamed = joinPath(splitLast(path).parent, name);
     if (index.find(renamed) != none)
         return refused(Reason::tr("there is already an entry %1", {quoted(renamed)}));
@@ -184,9 +186,9 @@ Outcome LineDocument::renameAll(std::uint32_t node, std::string_view path, std::
         const std::optional<NamePlace> place = nameIn(node, depth, piece);
         if (!place)
             continue;
-        std::string text(line.text.substr(0, place->last));
-        text += spellComponent(name, line, *place);
-        text += line.text.substr(place->end);
+        const std::string spelled = spellComponent(name, line, *place);
+        std::string text(line.text);
+        text.replace(place->last, place->end - place->last, spelled);
         std::string reason = file->findRefusal(text);
         if (reason.empty())
             reason = file->explainName(text);
@@ -194,8 +196,8 @@ Outcome LineDocument::renameAll(std::uint32_t node, std::string_view path, std::
             const auto now = file->getDialect().scanEntry(text);
             const bool isSame = now && now->value() == line.value() && now->tag == line.tag &&
                                 now->separator() == line.separator() && now->continued == line.continued &&
-                                text.compare(0, place->last, line.text, 0, place->last) == 0 &&
-                                now->keyBegin == line.keyBegin;
+                                now->keyBegin == line.keyBegin &&
+                                now->keyEnd == line.keyEnd + spelled.size() - (place->end - place->last);
             reason =
                 isSame ? file->explainOverwriting(piece, text) : Reason::tr("it would be read otherwise");
         }

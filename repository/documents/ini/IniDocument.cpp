@@ -149,7 +149,7 @@ std::optional<LineDocument::NamePlace> IniDocument::nameIn(std::uint32_t node, s
     }
     if (dialect.sections == Dialect::Sections::Nested)
         return placeInPath(line, depth);
-    const std::vector<SectionPart> parts = sectionParts(line.key(), dialect.sections);
+    const std::vector<SectionPart> parts = sectionParts(line.key(), dialect);
     if (depth >= parts.size())
         return std::nullopt;
     return NamePlace{line.keyBegin, line.keyBegin + parts[depth].begin, line.keyBegin + parts[depth].end};
@@ -161,16 +161,16 @@ std::string IniDocument::spellComponent(std::string_view name, const Statement& 
     if (!line.isHeader())
         return spellKey(name);
     if (dialect.sections == Dialect::Sections::Nested)
-        return std::string(name);
+        return decodePath(name);
     const std::string plain = decodeKey(name).value_or(std::string(name));
     const bool isQuoted = dialect.sections == Dialect::Sections::Subsection && line.text[place.last] == '"';
-    return isQuoted ? quotedSubsection(plain) : plain;
+    return isQuoted ? quotedSubsection(plain) : spellSectionPart(plain, dialect);
 }
 
 std::string IniDocument::spellPath(std::string_view path, Statement::Kind kind) const
 {
     if (kind == Statement::Kind::Header)
-        return sectionName(path, dialect.sections).value_or(std::string());
+        return sectionName(path, dialect).value_or(std::string());
     return spellKey(splitLast(path).last);
 }
 
