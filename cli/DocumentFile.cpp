@@ -6,6 +6,7 @@
 #include "repository/backends/FileFormat.h"
 #include "repository/backends/FileKind.h"
 #include "repository/documents/Formats.h"
+#include "repository/fleet/EtcdLocation.h"
 
 #include <optional>
 
@@ -40,6 +41,11 @@ void DocumentFile::readBytes(const QString& given)
         format = format.isEmpty() ? input.format : format;
         if (format.isEmpty() && error.isEmpty())
             error = StandardInput::explainUnknown();
+        return;
+    }
+    if (Repository::EtcdLocation::isMeant(given)) {
+        name = Repository::EtcdLocation(given).toText();
+        error = Texts::tr("it is a store, not a file");
         return;
     }
     error = Repository::refusalOfKind(given);

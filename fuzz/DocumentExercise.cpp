@@ -246,7 +246,8 @@ private:
     {
         std::vector<std::string> shown;
         for (const Entry& entry : entries) {
-            if (document->sourceOf(entry.path) != entry.path)
+            if (document->sourceOf(entry.path) != entry.path ||
+                document->originOf(entry.path) == Document::Origin::Copy)
                 shown.push_back(entry.path);
         }
         std::sort(shown.begin(), shown.end());

@@ -12,6 +12,7 @@
 #include "repository/search/AttributeSearch.h"
 #include "repository/store/AttachedValidations.h"
 #include "repository/store/AttributeReader.h"
+#include "repository/store/BackendLookup.h"
 #include "repository/store/ListElement.h"
 #include "repository/store/Refusals.h"
 #include "repository/store/Subscriptions.h"
@@ -78,7 +79,9 @@ public:
         return runForCaller(Outcome::Operation::Change, path, [&] {
             if (isAtOrBelow(path, ownRoot))
                 return Refusals::ownTree();
-            const auto name = [&path] { return Texts::tr("Remove %1").arg(path); };
+            const auto name = [&] {
+                return Texts::tr("Remove %1").arg(readablePath(*store->getTree(), path));
+            };
             return store->change(name, [&path](Transaction& transaction) {
                 Node* const node = transaction.getNodes().find(path);
                 const auto element = node ? std::nullopt : ListElement::at(path);

@@ -5,6 +5,7 @@
 #include "files/FileSaver.h"
 #include "files/SizeLimit.h"
 #include "repository/backends/FileFormat.h"
+#include "repository/fleet/EtcdLocation.h"
 #include "repository/merge/UnifiedDiff.h"
 
 #include <QDir>
@@ -33,6 +34,10 @@ public:
             format = Repository::FileFormat::ofName(given);
         if (given.isEmpty())
             failure = Session::fail(ExitCode::Usage, Texts::tr("the name of a file is empty"));
+        else if (Repository::EtcdLocation::isMeant(given))
+            failure = Session::fail(ExitCode::Usage,
+                                    Texts::tr("%1: it is a store, not a file; 'vantry import' writes into it")
+                                        .arg(Repository::EtcdLocation(given).toText()));
         else if (format.isEmpty())
             failure =
                 refuse(ExitCode::Usage,

@@ -2,7 +2,7 @@
 function __vantry_complete
     set -l words (commandline -opc)
     set -e words[1]
-    set -l current (commandline -ct)
+    set -l current (string unescape -- (commandline -ct))
     set -l lines (vantry complete -- $words "$current" </dev/null 2>/dev/null)
     set -l kind $lines[1]
     set -e lines[1]

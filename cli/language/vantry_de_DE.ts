@@ -845,5 +845,9 @@ Mit --json: je Zeile ein Objekt mit &quot;change&quot; (changed, created oder re
         <source>%1: %2 comments are left out, for which it has no place</source>
         <translation>%1: %2 Kommentare fehlen darin, da für sie kein Platz ist</translation>
     </message>
+    <message>
+        <source>%1: it is a store, not a file; &apos;vantry import&apos; writes into it</source>
+        <translation>%1: das ist ein Store, keine Datei; &apos;vantry import&apos; schreibt hinein</translation>
+    </message>
 </context>
 </TS>

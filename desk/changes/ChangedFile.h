@@ -14,7 +14,7 @@ struct ChangedFile
 
     QString backend;
     QString label;        // for people
-    quint64 revision = 0; // of the backend's text, at which this was found
+    quint64 revision = 0; // of its changes, at which this was found
     QVector<UnsavedChange> changes;
     QString diff; // that saving would write
 };

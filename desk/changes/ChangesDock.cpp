@@ -282,7 +282,7 @@ void ChangesDock::save()
             const Outcome outcome =
                 repository->getChangesInterface()->saveChanges(paths.key(), paths.value());
             if (!outcome.ok())
-                refusals.append(outcome.toText());
+                refusals.append(BackendFiles::textOf(outcome, *repository));
         }
     }
     if (!chosen.backends.isEmpty())
@@ -296,9 +296,9 @@ void ChangesDock::drop()
     if (!chosen.backends.isEmpty() && !files.mayRevert(chosen.backends))
         return;
     QStringList refusals;
-    const auto note = [&refusals](const Outcome& outcome) {
+    const auto note = [this, &refusals](const Outcome& outcome) {
         if (!outcome.ok())
-            refusals.append(outcome.toText());
+            refusals.append(BackendFiles::textOf(outcome, *repository));
     };
     {
         const WaitCursor cursor;
@@ -326,7 +326,7 @@ void ChangesDock::resolve(ConflictSide side)
         for (const QString& path : qAsConst(conflicts)) {
             const Outcome outcome = repository->getChangesInterface()->resolveConflicts(path, side);
             if (!outcome.ok() && outcome != FrameworkCore::AppConfig::NotFound)
-                refusals.append(outcome.toText());
+                refusals.append(BackendFiles::textOf(outcome, *repository));
         }
     }
     finish(refusals);
@@ -337,7 +337,7 @@ void ChangesDock::saveHunks()
     const WaitCursor cursor;
     const Outcome outcome =
         repository->getChangesInterface()->saveHunks(currentBackend(), hunks->getChosen());
-    finish(outcome.ok() ? QStringList() : QStringList(outcome.toText()));
+    finish(outcome.ok() ? QStringList() : QStringList(BackendFiles::textOf(outcome, *repository)));
 }
 
 void ChangesDock::dropHunks()
@@ -345,7 +345,7 @@ void ChangesDock::dropHunks()
     const WaitCursor cursor;
     const Outcome outcome =
         repository->getChangesInterface()->revertHunks(currentBackend(), hunks->getChosen());
-    finish(outcome.ok() ? QStringList() : QStringList(outcome.toText()));
+    finish(outcome.ok() ? QStringList() : QStringList(BackendFiles::textOf(outcome, *repository)));
 }
 
 void ChangesDock::finish(const QStringList& refusals)

@@ -14,16 +14,15 @@ ChangesFeed::ChangesFeed(std::shared_ptr<Repository> attributes, BackendFiles& b
 
 void ChangesFeed::look()
 {
-    const auto texts = repository->getTextInterface();
+    const auto changes = repository->getChangesInterface();
     Revisions present;
     for (const QString& name : files.getWatch().getNames())
-        present.emplace_back(name, texts ? texts->getRevision(name) : 0);
+        present.emplace_back(name, changes->getChangesRevision(name));
     if (present == asked)
         return;
     asked = present;
     nameBackends();
-    finder.start([this, present, names = labels, before = known,
-                  changes = repository->getChangesInterface()]() -> LatestTask::Result {
+    finder.start([this, present, names = labels, before = known, changes]() -> LatestTask::Result {
         std::vector<ChangedFile> now;
         for (const auto& [name, number] : present) {
             const auto isSame = [&backend = name, revision = number](const ChangedFile& file) {

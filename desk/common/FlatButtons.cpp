@@ -45,14 +45,17 @@ void FlatButtons::style(QWidget& widget)
 void FlatButtons::markPage(QWidget& control, const QString& page)
 {
     const auto buttons = control.findChildren<QAbstractButton*>();
-    for (QAbstractButton* button : buttons) {
-        const bool isCurrent = !page.isEmpty() && button->objectName().endsWith(page, Qt::CaseInsensitive);
-        if (button->property(currentPage).toBool() == isCurrent)
-            continue;
-        button->setProperty(currentPage, isCurrent);
-        button->style()->unpolish(button); // rules by a property are looked up when it is polished
-        button->style()->polish(button);
-    }
+    for (QAbstractButton* button : buttons)
+        mark(*button, !page.isEmpty() && button->objectName().endsWith(page, Qt::CaseInsensitive));
+}
+
+void FlatButtons::mark(QAbstractButton& button, bool isCurrent)
+{
+    if (button.property(currentPage).toBool() == isCurrent)
+        return;
+    button.setProperty(currentPage, isCurrent);
+    button.style()->unpolish(&button); // rules by a property are looked up when it is polished
+    button.style()->polish(&button);
 }
 
 } // namespace Vantry

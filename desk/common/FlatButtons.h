@@ -2,6 +2,7 @@
 
 #include <QString>
 
+class QAbstractButton;
 class QWidget;
 
 namespace Vantry {
@@ -17,6 +18,9 @@ public:
     // Marks the button that leads to a page of its application, and it alone: the one whose object name ends
     // with the page's name, as btnTests for "tests".
     static void markPage(QWidget& control, const QString& page);
+
+    // Marks a button as the one that leads to what is shown, or does so no more.
+    static void mark(QAbstractButton& button, bool isCurrent);
 };
 
 } // namespace Vantry

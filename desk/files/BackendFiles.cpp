@@ -9,7 +9,7 @@
 #include "desk/files/UnsavedChangesDialog.h"
 #include "host/FrameworkCore/AppConfig/AttributePath.h"
 #include "host/Shared/Logging/LogStreamProvider.h"
-#include "host/Utilities/ModelViews/ReadableName.h"
+#include "host/Utilities/ModelViews/ReadablePath.h"
 #include "host/Utilities/ModelViews/Widgets/AttributeTreeModelInputDialogs.h"
 
 #include <QHash>
@@ -60,13 +60,11 @@ QString BackendFiles::locationOf(const QString& backend, Repository& repository)
     return location.isEmpty() ? backend : location;
 }
 
-QString BackendFiles::readablePath(const QString& path, Repository& repository)
+QString BackendFiles::textOf(const Outcome& outcome, Repository& repository)
 {
-    const QString backend = repository.getTreeInterface()->getNodeInformation(path).backend;
-    const auto information = repository.getBackendInterface()->getBackendInformation(backend);
-    const bool isOnDisk = information && information->getBackendType() == QLatin1String("folder");
-    const int length = isOnDisk ? path.size() : backend.size(); // the rest is in the file
-    return Utilities::ModelViews::decodedName(path.left(length)) + path.mid(length);
+    return outcome.toText([&repository](const QString& path) {
+        return Outcome::shownPath(Utilities::ModelViews::readablePath(path, repository));
+    });
 }
 
 QStringList BackendFiles::getFileNames(const QStringList& backends) const
@@ -124,14 +122,14 @@ bool BackendFiles::saveOne(const QString& backend)
 }
 
 // Why some of the backends refused the operation.
-QStringList BackendFiles::refusalsOf(const QStringList& backends, const Operation& operation)
+QStringList BackendFiles::refusalsOf(const QStringList& backends, const Operation& operation) const
 {
     const WaitCursor cursor;
     QStringList reasons;
     for (const QString& backend : backends) {
         const auto outcome = operation(backend);
         if (!outcome.ok())
-            reasons.append(outcome.toText());
+            reasons.append(textOf(outcome, *repository));
     }
     return reasons;
 }

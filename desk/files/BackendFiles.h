@@ -21,6 +21,7 @@ class BackendFiles : public QObject
 public:
     using Repository = FrameworkCore::AppConfig::Interfaces::RepositoryInterface;
     using ChangesInterface = FrameworkCore::AppConfig::Interfaces::ChangesInterface;
+    using Outcome = FrameworkCore::AppConfig::Outcome;
 
     // Dialogs belong to the window, which outlives this.
     BackendFiles(std::shared_ptr<Repository> repository, QWidget& window);
@@ -42,8 +43,8 @@ public:
     // The file of a backend; where it has none, its name. Any thread.
     static QString locationOf(const QString& backend, Repository& repository);
 
-    // A path with the names of files and folders as they are on the disk. Any thread.
-    static QString readablePath(const QString& path, Repository& repository);
+    // The outcome for people, with the names of files as they are on the disk. Any thread.
+    static QString textOf(const Outcome& outcome, Repository& repository);
 
     // True when all are saved.
     bool save(const QStringList& backends);
@@ -74,8 +75,8 @@ private:
     enum class Fate { Safe, Discarded, Kept };
 
     Fate settle(const QStringList& unsavedBackends, const QString& question);
-    using Operation = std::function<FrameworkCore::AppConfig::Outcome(const QString& backend)>;
-    static QStringList refusalsOf(const QStringList& backends, const Operation& operation);
+    using Operation = std::function<Outcome(const QString& backend)>;
+    QStringList refusalsOf(const QStringList& backends, const Operation& operation) const;
 
     bool saveOne(const QString& backend);
     QVector<UnsavedChange> conflictsOf(const QString& backend) const;

@@ -139,7 +139,7 @@ void FindDock::show(const QVector<SearchRun::SearchHit>& found)
 void FindDock::finish(const Outcome& outcome)
 {
     if (!outcome.ok())
-        lastNotice = outcome.toText();
+        lastNotice = BackendFiles::textOf(outcome, *repository);
     showStatus();
 }
 

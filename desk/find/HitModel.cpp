@@ -4,6 +4,7 @@
 #include "desk/find/HitPlaces.h"
 #include "host/Utilities/ModelViews/AttributeTreeViewModel.h"
 #include "host/Utilities/ModelViews/AttributeValueText.h"
+#include "host/Utilities/ModelViews/ReadablePath.h"
 #include "host/Utilities/ModelViews/ToolTipText.h"
 
 #include <QApplication>
@@ -94,7 +95,7 @@ QVariant HitModel::data(const QModelIndex& index, int role) const
         return row.hit.path;
     case Qt::AccessibleTextRole:
     case AttributeTreeViewModel::ReadableNameRole:
-        return index.column() == PathColumn ? BackendFiles::readablePath(row.hit.path, repository)
+        return index.column() == PathColumn ? Utilities::ModelViews::readablePath(row.hit.path, repository)
                                             : QVariant();
     case Qt::ForegroundRole:
         return row.hit.refusal.ok() ? QVariant()
@@ -140,7 +141,7 @@ QString HitModel::toolTipOf(const Row& row, int column) const
     case ReplacementColumn:
         return row.hit.refusal.ok()
                    ? Utilities::ModelViews::attributeValueLines(row.hit.replacement, longest, mostLines)
-                   : row.hit.refusal.toText();
+                   : BackendFiles::textOf(row.hit.refusal, repository);
     case PlaceColumn:
         return places.longTextOf(row.hit.path);
     default:

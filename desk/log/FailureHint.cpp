@@ -5,6 +5,7 @@
 #include "desk/log/LogModel.h"
 #include "host/FrameworkCore/Values/ValueText.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
+#include "host/Utilities/ModelViews/ReadablePath.h"
 #include "host/Utilities/ModelViews/ToolTipText.h"
 #include "host/Utilities/ModelViews/Widgets/PlainLabel.h"
 #include "repository/common/RepositoryLog.h"
@@ -171,13 +172,19 @@ void FailureHint::takeEdit(const RefusedEdit& refused)
     edit = refused;
     const auto refusal = edit.reason.isEmpty() ? newestRefusal(edit.path) : std::nullopt;
     if (refusal)
-        edit.reason = refusal->text;
+        edit.reason = LogFeed::readable(*refusal, *repository).text;
     if (edit.reason.isEmpty())
-        edit.reason = tr("'%1' was not changed; the log may tell why").arg(edit.path);
+        edit.reason = tr("'%1' was not changed; the log may tell why").arg(shownPath());
     const bool isOfRules = refusal && refusal->outcome == StatusCode::RefusedByValidation;
     otherValue = isOfRules ? QVariant() : valueOfOtherType();
     editSuccess.watch(edit.path);
     endText();
+}
+
+// Of the edit.
+QString FailureHint::shownPath() const
+{
+    return Utilities::ModelViews::readablePath(edit.path, *repository);
 }
 
 // Where the type was in the way of what was entered in a line.
@@ -231,7 +238,7 @@ void FailureHint::offerEdit()
     if (!isKept)
         return;
     const QString typeHint =
-        tr("Make '%1' hold %2, and write what was entered").arg(edit.path, describeContent(otherValue));
+        tr("Make '%1' hold %2, and write what was entered").arg(shownPath(), describeContent(otherValue));
     type->setToolTip(Utilities::ModelViews::toolTipText(typeHint));
     type->setAccessibleName(typeHint);
     const auto attribute = repository->getReaderInterface()->getAttribute(edit.path);
@@ -241,8 +248,8 @@ void FailureHint::offerEdit()
                          : attribute ? tr("'%1' cannot be edited in its cell")
                                      : tr("'%1' does not exist");
     again->setEnabled(isEditable);
-    again->setToolTip(Utilities::ModelViews::toolTipText(hint.arg(edit.path)));
-    again->setAccessibleName(hint.arg(edit.path));
+    again->setToolTip(Utilities::ModelViews::toolTipText(hint.arg(shownPath())));
+    again->setAccessibleName(hint.arg(shownPath()));
 }
 
 // What is in another editor is taken first, and may be kept here instead.

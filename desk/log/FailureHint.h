@@ -69,6 +69,7 @@ private:
     void vanish();
     void requestEdit();
     void changeType();
+    QString shownPath() const;
     QVariant valueOfOtherType() const;
     QString textOfEdit() const;
     void offerEdit();

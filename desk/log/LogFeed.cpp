@@ -1,10 +1,14 @@
 #include "desk/log/LogFeed.h"
 
+#include "host/Utilities/ModelViews/ReadablePath.h"
+
 namespace Vantry {
 
+using Shared::Logging::LogLine;
 using Shared::Logging::LogRecord;
 
-LogFeed::LogFeed(QObject* parent) : QObject(parent)
+LogFeed::LogFeed(std::shared_ptr<Repository> attributes, QObject* parent)
+    : QObject(parent), repository(std::move(attributes))
 {
     constexpr int milliseconds = 100;
     pause.setInterval(milliseconds);
@@ -22,11 +26,27 @@ void LogFeed::schedule()
 
 void LogFeed::read()
 {
-    const auto lines = LogRecord::instance().getLines(lastNumber);
+    auto lines = LogRecord::instance().getLines(lastNumber);
     if (lines.isEmpty())
         return;
     lastNumber = lines.last().number;
+    for (auto& line : lines)
+        line = readable(std::move(line), *repository);
     emit linesRead(lines);
+}
+
+// Replaced in the text, as the outcome is kept without the value that the text has.
+LogLine LogFeed::readable(LogLine line, Repository& repository)
+{
+    const auto& parts = line.outcome.get();
+    const auto replace = [&](const QString& path) {
+        if (path.contains(QLatin1Char('%')))
+            line.text.replace(path, Utilities::ModelViews::readablePath(path, repository));
+    };
+    replace(parts.subject);
+    for (const auto& detail : parts.details)
+        replace(detail.path);
+    return line;
 }
 
 } // namespace Vantry

@@ -1,10 +1,13 @@
 #pragma once
 
+#include "host/FrameworkCore/AppConfig/RepositoryInterface.h"
 #include "host/Shared/Logging/LogRecord.h"
 
 #include <QObject>
 #include <QTimer>
 #include <QVector>
+
+#include <memory>
 
 namespace Vantry {
 
@@ -15,8 +18,13 @@ class LogFeed : public QObject
     Q_OBJECT
 
 public:
+    using Repository = FrameworkCore::AppConfig::Interfaces::RepositoryInterface;
+
     // Begins with the lines that the record keeps already.
-    explicit LogFeed(QObject* parent = nullptr);
+    explicit LogFeed(std::shared_ptr<Repository> repository, QObject* parent = nullptr);
+
+    // The line with the paths that it is about as people read them. Any thread.
+    static Shared::Logging::LogLine readable(Shared::Logging::LogLine line, Repository& repository);
 
 signals:
     // Never empty, oldest first. Of more than the record keeps, the oldest are missing.
@@ -26,6 +34,7 @@ private:
     void schedule();
     void read();
 
+    const std::shared_ptr<Repository> repository;
     QTimer pause;
     quint64 lastNumber = 0;
 };

@@ -1,5 +1,6 @@
 #include "desk/places/GoToDialog.h"
 
+#include "desk/files/BackendFiles.h"
 #include "desk/files/FileMounter.h"
 #include "host/Utilities/ModelViews/Widgets/BreakableText.h"
 #include "host/Utilities/ModelViews/Widgets/PlainLabel.h"
@@ -116,7 +117,7 @@ GoToDialog::Found GoToDialog::findText(const QString& wanted, Repository& reposi
     QString found;
     const auto outcome = texts ? texts->findAt(backends.first(), place->line, place->column, found)
                                : FrameworkCore::AppConfig::Outcome();
-    return {found, outcome.toText()};
+    return {found, BackendFiles::textOf(outcome, repository)};
 }
 
 } // namespace Vantry

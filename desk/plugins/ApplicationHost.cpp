@@ -159,18 +159,30 @@ QString ApplicationHost::getPage(const QString& identification) const
     return page.toString();
 }
 
-void ApplicationHost::tellAll(ApplicationPluginController::ApplicationEvent event) const
+void ApplicationHost::tell(const QString& identification, Event event) const
 {
     for (const Application& application : applications) {
-        for (const auto& widget : {application.control, application.main}) {
-            const QString failure = failureOfCall([&] {
-                if (widget)
-                    widget->sendApplicationEvent(event);
-            });
-            if (!failure.isEmpty())
-                Utilities::logFailure(
-                    tr("The application %1 failed: %2").arg(application.identification, failure));
-        }
+        if (application.identification == identification)
+            tell(application, event);
+    }
+}
+
+void ApplicationHost::tellAll(Event event) const
+{
+    for (const Application& application : applications)
+        tell(application, event);
+}
+
+void ApplicationHost::tell(const Application& application, Event event) const
+{
+    for (const auto& widget : {application.control, application.main}) {
+        const QString failure = failureOfCall([&] {
+            if (widget)
+                widget->sendApplicationEvent(event);
+        });
+        if (!failure.isEmpty())
+            Utilities::logFailure(
+                tr("The application %1 failed: %2").arg(application.identification, failure));
     }
 }
 

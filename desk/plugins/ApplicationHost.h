@@ -54,8 +54,10 @@ public:
     void setPage(const QString& identification, const QString& page) const;
     QString getPage(const QString& identification) const;
 
-    // Tells the widgets of every application.
-    void tellAll(Utilities::ApplicationPlugins::ApplicationPluginController::ApplicationEvent event) const;
+    // Tells the widgets of an application, if there is one of that name, or of every one.
+    using Event = Utilities::ApplicationPlugins::ApplicationPluginController::ApplicationEvent;
+    void tell(const QString& identification, Event event) const;
+    void tellAll(Event event) const;
 
 signals:
     // Somebody chose a page of the application, perhaps the one that it shows already.
@@ -70,6 +72,7 @@ private:
 
     void welcome(Application& application);
     void watchPage(Application& application);
+    void tell(const Application& application, Event event) const;
     void drop(Application application) const;
     QString pagePath(const QString& identification) const;
 

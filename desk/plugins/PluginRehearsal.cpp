@@ -76,6 +76,7 @@ public:
         }
         window.resize(800, 600); // so that all of it is drawn
         window.show();
+        host->tellAll(ApplicationHost::Event::Shown);
         window.grab();
         QCoreApplication::processEvents();
     }

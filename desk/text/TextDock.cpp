@@ -1,5 +1,6 @@
 #include "desk/text/TextDock.h"
 
+#include "desk/files/BackendFiles.h"
 #include "desk/places/PlaceWatch.h"
 #include "desk/text/TextRowDelegate.h"
 #include "host/Utilities/ModelViews/Widgets/PlainLabel.h"
@@ -108,11 +109,13 @@ void TextDock::look()
 
 void TextDock::read()
 {
-    reader.start([this, wanted = backend, texts = repository->getTextInterface()]() -> LatestTask::Result {
+    reader.start([this, wanted = backend, attributes = repository]() -> LatestTask::Result {
         TextRows::BackendText text;
-        const auto outcome = texts->getText(wanted, text);
+        const auto outcome = attributes->getTextInterface()->getText(wanted, text);
         const auto rows = outcome.ok() ? std::make_shared<const TextRows>(std::move(text)) : nullptr;
-        return [this, wanted, rows, refusal = outcome.toText()] { take(wanted, rows, refusal); };
+        return [this, wanted, rows, refusal = BackendFiles::textOf(outcome, *attributes)] {
+            take(wanted, rows, refusal);
+        };
     });
 }
 

@@ -394,8 +394,7 @@ void MainWindow::closeEvent(QCloseEvent* event)
     WindowMemory::save(*this);
     for (const auto& application : applications.getApplications())
         WindowMemory::savePage(application.identification, applications.getPage(application.identification));
-    using Utilities::ApplicationPlugins::ApplicationPluginController;
-    applications.tellAll(ApplicationPluginController::ApplicationEvent::AboutToClose);
+    applications.tellAll(ApplicationHost::Event::AboutToClose);
     QMainWindow::closeEvent(event);
     windows.remove(*this);
 }

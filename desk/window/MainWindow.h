@@ -104,6 +104,7 @@ private:
     void addApplications();
     void showPage(const QString& identification, const QString& page);
     void showApplication(const QString& identification);
+    void noteShownApplication();
     void chooseApplication(const QString& identification);
     QString fileApplication() const;
     void showFirstPages(bool hasFiles);
@@ -132,8 +133,9 @@ private:
     std::shared_ptr<Repository> repository;
     FileMounter& mounter;
     BackendFiles files;
-    LogFeed logFeed;
+    LogFeed logFeed{repository};
     QStringList shownBackends; // in the title
+    QString shownApplication;  // in the work area; empty for the start page
     QStringList fileProblems;
     QVector<KeptChanges::Entry> keptToApply; // once their files are open
     QStringList wanted;                      // files that a person has asked for

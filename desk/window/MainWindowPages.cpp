@@ -1,12 +1,14 @@
 #include "desk/common/FlatButtons.h"
 #include "desk/files/FileMenu.h"
 #include "desk/window/MainWindow.h"
+#include "desk/window/NavigationArea.h"
 #include "desk/window/StartPage.h"
 #include "desk/window/WindowMemory.h"
 
 #include <QStackedWidget>
 
 #include <algorithm>
+#include <utility>
 
 namespace Vantry {
 
@@ -27,6 +29,29 @@ void MainWindow::showApplication(const QString& identification)
         if (application.main && application.identification == identification)
             workArea->setCurrentWidget(application.main);
     }
+    noteShownApplication();
+}
+
+// Marks in the navigation area what the work area shows, and tells the applications.
+void MainWindow::noteShownApplication()
+{
+    const QString before = std::exchange(shownApplication, {});
+    for (const auto& application : applications.getApplications()) {
+        if (!application.main)
+            continue;
+        const bool isShown = application.main == workArea->currentWidget();
+        if (isShown)
+            shownApplication = application.identification;
+        if (application.control)
+            FlatButtons::markPage(*application.control,
+                                  isShown ? applications.getPage(application.identification) : QString());
+    }
+    navigation->markApplication(shownApplication);
+    if (shownApplication == before)
+        return;
+    const QString shown = shownApplication;
+    applications.tell(before, ApplicationHost::Event::Hidden);
+    applications.tell(shown, ApplicationHost::Event::Shown);
 }
 
 // By its heading or key.
@@ -100,10 +125,7 @@ void MainWindow::showStartPage()
     }
     startPage->refresh();
     workArea->setCurrentWidget(startPage);
-    for (const auto& application : applications.getApplications()) {
-        if (application.control)
-            FlatButtons::markPage(*application.control, {});
-    }
+    noteShownApplication();
 }
 
 } // namespace Vantry

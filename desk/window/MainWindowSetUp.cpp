@@ -25,6 +25,7 @@
 #include "desk/window/NoticeBar.h"
 #include "desk/window/WindowMenu.h"
 #include "desk/window/Windows.h"
+#include "host/Utilities/ModelViews/ReadablePath.h"
 
 #include <QAction>
 #include <QMenuBar>
@@ -122,9 +123,9 @@ void MainWindow::setUpMenus()
     lockButton->setFocusPolicy(Qt::TabFocus);
     lockButton->setDefaultAction(lock);
     statusBar()->addPermanentWidget(lockButton);
-    go = new GoMenu([this] { return edit->getSelection().getPath(); },
-                    [this](const QString& path) { return BackendFiles::readablePath(path, *repository); },
-                    this);
+    go = new GoMenu(
+        [this] { return edit->getSelection().getPath(); },
+        [this](const QString& path) { return Utilities::ModelViews::readablePath(path, *repository); }, this);
     menuBar()->addMenu(go);
     connect(go, &GoMenu::selectRequested, this, &MainWindow::showNode);
     setUpPlaces();

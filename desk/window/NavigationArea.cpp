@@ -38,6 +38,12 @@ void NavigationArea::addApplication(const Application& application)
     setMinimumWidth(widget()->minimumSizeHint().width());
 }
 
+void NavigationArea::markApplication(const QString& identification)
+{
+    for (auto heading = headings.cbegin(); heading != headings.cend(); ++heading)
+        FlatButtons::mark(**heading, headings.size() > 1 && heading.key() == identification);
+}
+
 QWidget* NavigationArea::makeHeading(const Application& application)
 {
     auto* const heading = new QPushButton(application.icon, menuText(application.name));
@@ -53,6 +59,7 @@ QWidget* NavigationArea::makeHeading(const Application& application)
         heading->setAttribute(Qt::WA_TransparentForMouseEvents);
         return heading;
     }
+    headings.insert(application.identification, heading);
     auto* const showPage = new QAction(application.icon, menuText(application.name), this);
     constexpr int mostKeys = 9;
     if (actions().size() < mostKeys)

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <QIcon>
+#include <QMap>
 #include <QScrollArea>
 
+class QPushButton;
 class QVBoxLayout;
 
 namespace Vantry {
@@ -28,13 +30,18 @@ public:
     // What leads to an application with a page is among the actions of this widget, too, with a key.
     void addApplication(const Application& application);
 
+    // Marks the heading of the application that is shown, where there are several to choose from; none for an
+    // empty name.
+    void markApplication(const QString& identification);
+
 signals:
     void chosen(const QString& identification);
 
 private:
     QWidget* makeHeading(const Application& application);
 
-    QVBoxLayout* layout; // of the scrolled widget
+    QVBoxLayout* layout;                  // of the scrolled widget
+    QMap<QString, QPushButton*> headings; // of applications with pages, by their names; not owned
 };
 
 } // namespace Vantry

@@ -5,6 +5,8 @@
 #include <QCoreApplication>
 #include <QTextStream>
 
+#include <mutex>
+
 using namespace FrameworkCore;
 using namespace FrameworkCore::AppConfig;
 
@@ -12,9 +14,16 @@ int main(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
+    // On any thread: what other programs write is brought in, and called back about, on one of the
+    // repository's. Made before that, so that it outlives the last call.
     QTextStream out(stdout);
+    std::mutex printing;
+    const auto print = [&out, &printing](const QString& line) {
+        const std::lock_guard<std::mutex> guard(printing);
+        out << line << Qt::endl;
+    };
     if (arguments.size() != 6) {
-        out << "Usage: watch_and_save TYPE FILE PATTERN PATH VALUE" << Qt::endl;
+        print(QStringLiteral("Usage: watch_and_save TYPE FILE PATTERN PATH VALUE"));
         return 2;
     }
     const auto repository = Repository::AttributeRepository::create();
@@ -23,9 +32,9 @@ int main(int argc, char** argv)
     // The file's attributes are below "app"; an outcome says what came of an operation, and why.
     Outcome outcome = backends->mount(arguments[1], QStringLiteral("app"),
                                       {arguments[2], QString(), AccessMode::ReadWrite}, 2);
-    const auto onUpdate = [&out](const QString& path, const Notification::UpdatePoint&,
-                                 const Notification::UpdateResult&, const QVariant& value,
-                                 const QString&) { out << path << " is " << value.toString() << Qt::endl; };
+    const auto onUpdate = [&print](const QString& path, const Notification::UpdatePoint&,
+                                   const Notification::UpdateResult&, const QVariant& value,
+                                   const QString&) { print(path + " is " + value.toString()); };
     const auto registration = repository->getNotificationInterface()->registerUpdateCallback(
         QStringLiteral("app.") + arguments[3], onUpdate, int(Notification::UpdatePoint::AfterStore));
 
@@ -36,8 +45,8 @@ int main(int argc, char** argv)
     if (outcome)
         outcome = backends->save(QStringLiteral("app"));
     if (registration)
-        registration->end(); // before what the callback uses goes
+        registration->end();
     if (!outcome)
-        out << outcome.toText() << Qt::endl;
+        print(outcome.toText());
     return outcome ? 0 : 1;
 }

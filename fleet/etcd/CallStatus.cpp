@@ -7,9 +7,9 @@ using Status = StoreResult::Status;
 
 namespace {
 
-bool says(const grpc::Status& status, std::string_view text)
+bool says(const CallEnd& end, std::string_view text)
 {
-    return status.error_message().find(text) != std::string::npos;
+    return end.message.find(text) != std::string::npos;
 }
 
 // What a failed connection means, by what its reason holds.
@@ -44,9 +44,13 @@ std::string_view meaningOf(const std::string& message)
     return {};
 }
 
+constexpr std::string_view full = "database space exceeded";
+
 // Of a failed connection, the last attempt, after what it means.
 std::string reasonIn(const std::string& message)
 {
+    if (message.find(full) != std::string::npos)
+        return "the server is full; compact and defragment it, then disarm its alarm (" + message + ')';
     const std::string_view meaning = meaningOf(message);
     std::string reason = message;
     for (const std::string_view front : {"last error: ", "UNKNOWN: ", "INTERNAL: ", "UNAVAILABLE: "}) {
@@ -62,20 +66,22 @@ std::string reasonIn(const std::string& message)
     return std::string(meaning) + " (" + reason.substr(colon == std::string::npos ? 0 : colon + 2) + ')';
 }
 
-Status statusOf(const grpc::Status& status)
+Status statusOf(const CallEnd& end)
 {
-    switch (status.error_code()) {
-    case grpc::StatusCode::OK:
+    switch (end.code) {
+    case CallEnd::Code::Ok:
         return Status::Done;
-    case grpc::StatusCode::OUT_OF_RANGE:
-        return says(status, "compacted") ? Status::Compacted : Status::Unavailable;
-    case grpc::StatusCode::PERMISSION_DENIED:
-    case grpc::StatusCode::UNAUTHENTICATED:
-    case grpc::StatusCode::INVALID_ARGUMENT:
-    case grpc::StatusCode::FAILED_PRECONDITION:
+    case CallEnd::Code::OutOfRange:
+        return says(end, "compacted") ? Status::Compacted : Status::Unavailable;
+    case CallEnd::Code::InvalidArgument:
+        return says(end, "too large") || says(end, "too many operations") ? Status::TooLarge
+                                                                          : Status::Refused;
+    case CallEnd::Code::PermissionDenied:
+    case CallEnd::Code::Unauthenticated:
+    case CallEnd::Code::FailedPrecondition:
         return Status::Refused;
-    case grpc::StatusCode::RESOURCE_EXHAUSTED: // full, or too many requests for now
-        return says(status, "too many requests") ? Status::Unavailable : Status::Refused;
+    case CallEnd::Code::ResourceExhausted: // full, or too many requests for now
+        return says(end, "too many requests") ? Status::Unavailable : Status::Refused;
     default:
         return Status::Unavailable;
     }
@@ -83,20 +89,20 @@ Status statusOf(const grpc::Status& status)
 
 } // namespace
 
-StoreResult resultOf(const grpc::Status& status, const std::string& endpoint)
+StoreResult resultOf(const CallEnd& end, const std::string& endpoint)
 {
-    StoreResult result{statusOf(status), {}};
+    StoreResult result{statusOf(end), {}};
     if (result.ok())
         return result;
-    const bool isLate = status.error_code() == grpc::StatusCode::DEADLINE_EXCEEDED;
-    result.reason = endpoint + ": " + (isLate ? "no answer in time" : reasonIn(status.error_message()));
+    const bool isLate = end.code == CallEnd::Code::DeadlineExceeded;
+    result.reason = endpoint + ": " + (isLate ? "no answer in time" : reasonIn(end.message));
     return result;
 }
 
-bool asksForToken(const grpc::Status& status)
+bool asksForToken(const CallEnd& end)
 {
-    return (status.error_code() == grpc::StatusCode::UNAUTHENTICATED && says(status, "invalid auth token")) ||
-           says(status, "revision of auth store is old");
+    return (end.code == CallEnd::Code::Unauthenticated && says(end, "invalid auth token")) ||
+           says(end, "revision of auth store is old");
 }
 
 } // namespace Vantry::Etcd

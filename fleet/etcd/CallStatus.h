@@ -1,16 +1,15 @@
 #pragma once
 
-#include "repository/fleet/StoreTransport.h"
+#include "fleet/etcd/EtcdConnection.h"
 
-#include <grpcpp/grpcpp.h>
 #include <string>
 
 namespace Vantry::Etcd {
 
-// What the status of a call to an endpoint means for the caller.
-Repository::StoreResult resultOf(const grpc::Status& status, const std::string& endpoint);
+// What the end of a call to an endpoint means for the caller.
+Repository::StoreResult resultOf(const CallEnd& end, const std::string& endpoint);
 
 // Whether the token of the user is not good any more.
-bool asksForToken(const grpc::Status& status);
+bool asksForToken(const CallEnd& end);
 
 } // namespace Vantry::Etcd

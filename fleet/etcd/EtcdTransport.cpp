@@ -3,21 +3,15 @@
 #include "fleet/etcd/CallStatus.h"
 #include "fleet/etcd/EtcdWatch.h"
 
-#include <cstdlib>
-#include <grpc/support/log.h>
-
 namespace Vantry::Etcd {
 
 using namespace Repository;
-using Clock = std::chrono::system_clock;
 
 namespace {
 
 constexpr auto patience = std::chrono::seconds(3);
 constexpr auto patienceForReading = std::chrono::seconds(10); // of a large page
 constexpr auto patienceForFarewell = std::chrono::milliseconds(300);
-constexpr int shortestReconnect = 50; // milliseconds
-constexpr int longestReconnect = 1000;
 
 using Compare = etcdserverpb::Compare;
 
@@ -53,28 +47,15 @@ StoreEntry entryOf(etcdserverpb::KeyValue& entry)
 } // namespace
 
 EtcdTransport::EtcdTransport(StoreSettings storeSettings)
-    : settings(std::move(storeSettings)), channel(makeChannel())
+    : settings(std::move(storeSettings)), connection(connect())
 {
 }
 
 EtcdTransport::~EtcdTransport() = default;
 
-// The reply to a large read has no bound; connections are made anew soon after they were lost.
-std::shared_ptr<grpc::Channel> EtcdTransport::makeChannel() const
+std::shared_ptr<EtcdConnection> EtcdTransport::connect() const
 {
-    grpc::ChannelArguments arguments;
-    arguments.SetMaxReceiveMessageSize(-1);
-    arguments.SetInt(GRPC_ARG_INITIAL_RECONNECT_BACKOFF_MS, shortestReconnect);
-    arguments.SetInt(GRPC_ARG_MIN_RECONNECT_BACKOFF_MS, longestReconnect);
-    arguments.SetInt(GRPC_ARG_MAX_RECONNECT_BACKOFF_MS, longestReconnect);
-    arguments.SetInt(GRPC_ARG_USE_LOCAL_SUBCHANNEL_POOL, 1);
-    // A proxy for pages of the web is none for stores.
-    arguments.SetInt(GRPC_ARG_ENABLE_HTTP_PROXY, std::getenv("grpc_proxy") ? 1 : 0);
-    const auto credentials =
-        settings.usesTls ? grpc::SslCredentials({settings.authority, settings.key, settings.certificate})
-                         : grpc::InsecureChannelCredentials();
-    // Named as an address, or a host called "unix" would be taken for the way to it.
-    return grpc::CreateCustomChannel("dns:///" + settings.endpoints[endpoint], credentials, arguments);
+    return std::make_shared<EtcdConnection>(settings, settings.endpoints[endpoint]);
 }
 
 void EtcdTransport::rotate()
@@ -86,47 +67,47 @@ void EtcdTransport::rotate()
 void EtcdTransport::turn()
 {
     endpoint = (endpoint + 1) % settings.endpoints.size();
-    channel = makeChannel();
+    connection = connect();
 }
 
 void EtcdTransport::cancel()
 {
     const std::lock_guard lock(mutex);
     isCancelled = true;
-    for (grpc::ClientContext* context : active)
-        context->TryCancel();
+    for (EtcdCall* const call : active)
+        call->cancel();
 }
 
 EtcdTransport::Answer EtcdTransport::callOnce(const Call& operation, const std::string& withToken,
                                               Purpose purpose)
 {
-    grpc::ClientContext context;
+    EtcdCall call;
     const std::chrono::milliseconds most = purpose == Purpose::Farewell ? patienceForFarewell
                                            : purpose == Purpose::Reading
                                                ? patienceForReading
                                                : std::chrono::milliseconds(patience);
-    context.set_deadline(Clock::now() + most);
+    call.endAfter(most);
     if (!withToken.empty())
-        context.AddMetadata("token", withToken);
-    std::shared_ptr<grpc::Channel> used;
+        call.addMetadata("token", withToken);
+    std::shared_ptr<EtcdConnection> used;
     std::string asked;
     {
         const std::lock_guard lock(mutex);
         if (isCancelled && purpose != Purpose::Farewell)
             return {{StoreResult::Status::Cancelled, "the connection is being closed"}, false};
         if (purpose != Purpose::Farewell)
-            active.insert(&context);
-        used = channel;
+            active.insert(&call);
+        used = connection;
         asked = settings.endpoints[endpoint];
     }
-    const grpc::Status status = operation(used, context);
+    const CallEnd end = operation(*used, call);
     const std::lock_guard lock(mutex);
-    active.erase(&context);
-    if (isCancelled && !status.ok())
+    active.erase(&call);
+    if (isCancelled && !end.ok())
         return {{StoreResult::Status::Cancelled, "the connection is being closed"}, false};
-    const Answer answer{resultOf(status, asked), asksForToken(status)};
-    // Also where there is one server only: a channel may take long to notice that it is back.
-    if (answer.result.status == StoreResult::Status::Unavailable && used == channel)
+    const Answer answer{resultOf(end, asked), asksForToken(end)};
+    // Also where there is one server only: a connection may take long to notice that it is back.
+    if (answer.result.status == StoreResult::Status::Unavailable && used == connection)
         turn();
     return answer;
 }
@@ -141,10 +122,8 @@ EtcdTransport::Answer EtcdTransport::authenticate(std::string& given)
     request.set_password(settings.password);
     etcdserverpb::AuthenticateResponse response;
     Answer answer = callOnce(
-        [&](const auto& used, auto& context) {
-            return etcdserverpb::Auth::NewStub(used)->Authenticate(&context, request, &response);
-        },
-        {}, Purpose::Work);
+        [&](const EtcdConnection& used, EtcdCall& call) { return used.call(call, request, response); }, {},
+        Purpose::Work);
     given = response.token();
     const std::lock_guard lock(mutex);
     token = given;
@@ -171,6 +150,13 @@ StoreResult EtcdTransport::call(const Call& operation, Purpose purpose)
     return answer.result;
 }
 
+template <typename Request, typename Response>
+StoreResult EtcdTransport::ask(const Request& request, Response& response, Purpose purpose)
+{
+    return call([&](const EtcdConnection& used, EtcdCall& one) { return used.call(one, request, response); },
+                purpose);
+}
+
 StoreResult EtcdTransport::read(const StoreRange& range, StorePage& page)
 {
     etcdserverpb::RangeRequest request;
@@ -181,11 +167,7 @@ StoreResult EtcdTransport::read(const StoreRange& range, StorePage& page)
     request.set_min_mod_revision(range.sinceRevision);
     request.set_keys_only(range.keysOnly);
     etcdserverpb::RangeResponse response;
-    const StoreResult result = call(
-        [&](const auto& used, auto& context) {
-            return etcdserverpb::KV::NewStub(used)->Range(&context, request, &response);
-        },
-        Purpose::Reading);
+    const StoreResult result = ask(request, response, Purpose::Reading);
     page.hasMore = response.more();
     page.count = response.count();
     page.revision = response.header().revision();
@@ -204,9 +186,7 @@ StoreResult EtcdTransport::write(const std::vector<StoreChange>& changes, StoreR
         addChange(request, change);
     }
     etcdserverpb::TxnResponse response;
-    const StoreResult result = call([&](const auto& used, auto& context) {
-        return etcdserverpb::KV::NewStub(used)->Txn(&context, request, &response);
-    });
+    const StoreResult result = ask(request, response);
     reply.isWritten = response.succeeded();
     reply.revision = response.header().revision();
     reply.found.clear();
@@ -232,7 +212,7 @@ std::unique_ptr<StoreWatch> EtcdTransport::watch(const std::string& begin, const
     if (!result.ok())
         return nullptr;
     const std::lock_guard lock(mutex);
-    return std::make_unique<EtcdWatch>(makeChannel(), settings.endpoints[endpoint], fresh, request);
+    return std::make_unique<EtcdWatch>(connect(), settings.endpoints[endpoint], fresh, request);
 }
 
 StoreResult EtcdTransport::grantLease(std::chrono::seconds timeToLive, std::int64_t& lease)
@@ -240,9 +220,7 @@ StoreResult EtcdTransport::grantLease(std::chrono::seconds timeToLive, std::int6
     etcdserverpb::LeaseGrantRequest request;
     request.set_ttl(timeToLive.count());
     etcdserverpb::LeaseGrantResponse response;
-    const StoreResult result = call([&](const auto& used, auto& context) {
-        return etcdserverpb::Lease::NewStub(used)->LeaseGrant(&context, request, &response);
-    });
+    const StoreResult result = ask(request, response);
     lease = response.id();
     return result;
 }
@@ -252,17 +230,7 @@ StoreResult EtcdTransport::keepLease(std::int64_t lease, bool& isAlive)
     etcdserverpb::LeaseKeepAliveRequest request;
     request.set_id(lease);
     etcdserverpb::LeaseKeepAliveResponse response;
-    const StoreResult result = call([&](const auto& used, auto& context) {
-        const auto stream = etcdserverpb::Lease::NewStub(used)->LeaseKeepAlive(&context);
-        stream->Write(request);
-        stream->WritesDone();
-        const bool isAnswered = stream->Read(&response);
-        etcdserverpb::LeaseKeepAliveResponse left;
-        while (stream->Read(&left)) {
-        }
-        const grpc::Status status = stream->Finish();
-        return isAnswered ? grpc::Status::OK : status;
-    });
+    const StoreResult result = ask(request, response);
     isAlive = response.ttl() > 0;
     return result;
 }
@@ -272,11 +240,7 @@ StoreResult EtcdTransport::revokeLease(std::int64_t lease)
     etcdserverpb::LeaseRevokeRequest request;
     request.set_id(lease);
     etcdserverpb::LeaseRevokeResponse response;
-    return call(
-        [&](const auto& used, auto& context) {
-            return etcdserverpb::Lease::NewStub(used)->LeaseRevoke(&context, request, &response);
-        },
-        Purpose::Farewell);
+    return ask(request, response, Purpose::Farewell);
 }
 
 } // namespace Vantry::Etcd
@@ -287,9 +251,6 @@ vantryOpenStoreTransport(int version, const Repository::StoreSettings& settings)
 {
     if (version != Repository::StoreTransport::version)
         return nullptr;
-    // Results say what failed; lines on the terminal are for those who ask for them.
-    if (!std::getenv("GRPC_VERBOSITY"))
-        gpr_set_log_function([](gpr_log_func_args*) {});
     try {
         return new Vantry::Etcd::EtcdTransport(settings);
     } catch (const std::exception&) {

@@ -1,10 +1,8 @@
 #pragma once
 
-#include "repository/fleet/StoreTransport.h"
+#include "fleet/etcd/EtcdConnection.h"
 
-#include <etcd.grpc.pb.h>
 #include <functional>
-#include <grpcpp/grpcpp.h>
 #include <mutex>
 #include <set>
 
@@ -33,7 +31,7 @@ public:
     void cancel() override;
 
 private:
-    using Call = std::function<grpc::Status(const std::shared_ptr<grpc::Channel>&, grpc::ClientContext&)>;
+    using Call = std::function<CallEnd(const EtcdConnection&, EtcdCall&)>;
     enum class Purpose { Work, Reading, Farewell };
 
     struct Answer
@@ -43,19 +41,21 @@ private:
     };
 
     // The mutex is held.
-    std::shared_ptr<grpc::Channel> makeChannel() const;
+    std::shared_ptr<EtcdConnection> connect() const;
     void turn();
 
-    StoreResult call(const Call& operation, Purpose purpose = Purpose::Work);
+    StoreResult call(const Call& operation, Purpose purpose);
+    template <typename Request, typename Response>
+    StoreResult ask(const Request& request, Response& response, Purpose purpose = Purpose::Work);
     Answer callOnce(const Call& operation, const std::string& withToken, Purpose purpose);
     Answer authenticate(std::string& given);
 
     const Repository::StoreSettings settings;
     mutable std::mutex mutex; // guards what follows
     std::size_t endpoint = 0; // of the settings
-    std::shared_ptr<grpc::Channel> channel;
+    std::shared_ptr<EtcdConnection> connection;
     std::string token;
-    std::set<grpc::ClientContext*> active; // not owned; calls under way
+    std::set<EtcdCall*> active; // not owned; calls under way
     bool isCancelled = false;
 };
 

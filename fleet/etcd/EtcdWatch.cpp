@@ -8,21 +8,22 @@ using Repository::StoreEvents;
 using Repository::StoreResult;
 using Status = StoreResult::Status;
 
-EtcdWatch::EtcdWatch(std::shared_ptr<grpc::Channel> watchChannel, std::string watchedEndpoint,
+EtcdWatch::EtcdWatch(std::shared_ptr<EtcdConnection> ownConnection, std::string watchedEndpoint,
                      const std::string& token, etcdserverpb::WatchCreateRequest watchRequest)
-    : channel(std::move(watchChannel)), endpoint(std::move(watchedEndpoint)), request(std::move(watchRequest))
+    : connection(std::move(ownConnection)), endpoint(std::move(watchedEndpoint)),
+      request(std::move(watchRequest))
 {
-    context.AddMetadata("hasleader", "true"); // a server that has lost the others ends it then
+    call.addMetadata("hasleader", "true"); // a server that has lost the others ends it then
     if (!token.empty())
-        context.AddMetadata("token", token);
+        call.addMetadata("token", token);
 }
 
 // The stream must be finished before it goes.
 EtcdWatch::~EtcdWatch()
 {
-    context.TryCancel();
+    call.cancel();
     etcdserverpb::WatchResponse left;
-    while (stream && stream->Read(&left)) {
+    while (stream && stream->read(left)) {
     }
     if (stream)
         finish();
@@ -30,23 +31,23 @@ EtcdWatch::~EtcdWatch()
 
 void EtcdWatch::begin()
 {
-    stream = etcdserverpb::Watch::NewStub(channel)->Watch(&context);
+    stream = connection->watch(call);
     etcdserverpb::WatchRequest create;
     *create.mutable_create_request() = request;
-    stream->Write(create);
+    stream->write(create);
     const std::lock_guard lock(writing);
     takesRequests = true;
 }
 
-grpc::Status EtcdWatch::finish()
+CallEnd EtcdWatch::finish()
 {
     {
         const std::lock_guard lock(writing);
         takesRequests = false;
     }
-    const grpc::Status status = stream->Finish();
+    const CallEnd end = stream->finish();
     stream.reset();
-    return status;
+    return end;
 }
 
 bool EtcdWatch::read(StoreEvents& events, StoreResult& result)
@@ -54,11 +55,11 @@ bool EtcdWatch::read(StoreEvents& events, StoreResult& result)
     if (!stream)
         begin();
     etcdserverpb::WatchResponse response;
-    if (!stream->Read(&response)) {
-        const grpc::Status status = finish();
-        const bool isCancelled = status.error_code() == grpc::StatusCode::CANCELLED;
+    if (!stream->read(response)) {
+        const CallEnd end = finish();
+        const bool isCancelled = end.code == CallEnd::Code::Cancelled;
         result = isCancelled ? StoreResult{Status::Unavailable, endpoint + ": no sign of life"}
-                             : resultOf(status, endpoint);
+                             : resultOf(end, endpoint);
         if (result.ok())
             result = {Status::Unavailable, endpoint + ": it has ended the connection"};
         return false;
@@ -95,12 +96,12 @@ void EtcdWatch::ask()
     question.mutable_progress_request();
     const std::lock_guard lock(writing);
     if (takesRequests)
-        stream->Write(question);
+        stream->write(question);
 }
 
 void EtcdWatch::cancel()
 {
-    context.TryCancel();
+    call.cancel();
 }
 
 } // namespace Vantry::Etcd

@@ -1,9 +1,7 @@
 #pragma once
 
-#include "repository/fleet/StoreTransport.h"
+#include "fleet/etcd/EtcdConnection.h"
 
-#include <etcd.grpc.pb.h>
-#include <grpcpp/grpcpp.h>
 #include <mutex>
 
 namespace Vantry::Etcd {
@@ -14,7 +12,7 @@ class EtcdWatch : public Repository::StoreWatch
 public:
     // The token is empty where there is no user. The store is asked by the first read, which may have to wait
     // for a connection.
-    EtcdWatch(std::shared_ptr<grpc::Channel> watchChannel, std::string watchedEndpoint,
+    EtcdWatch(std::shared_ptr<EtcdConnection> ownConnection, std::string watchedEndpoint,
               const std::string& token, etcdserverpb::WatchCreateRequest watchRequest);
     ~EtcdWatch() override;
 
@@ -24,13 +22,13 @@ public:
 
 private:
     void begin();
-    grpc::Status finish();
+    CallEnd finish();
 
-    const std::shared_ptr<grpc::Channel> channel;
+    const std::shared_ptr<EtcdConnection> connection;
     const std::string endpoint;
     const etcdserverpb::WatchCreateRequest request;
-    grpc::ClientContext context;
-    std::unique_ptr<grpc::ClientReaderWriter<etcdserverpb::WatchRequest, etcdserverpb::WatchResponse>> stream;
+    EtcdCall call;
+    std::unique_ptr<EtcdStream> stream;
     std::mutex writing; // one request at a time; guards the next
     bool takesRequests = false;
 };

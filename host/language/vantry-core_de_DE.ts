@@ -1095,6 +1095,10 @@
         <translation>dem Schlüssel fehlt der &quot;:&quot;, nach dem seine Einträge kämen</translation>
     </message>
     <message>
+        <source>a comment above it tags its type, so that no entry can go below it</source>
+        <translation>ein Kommentar darüber nennt den Typ, sodass kein Eintrag darunter stehen kann</translation>
+    </message>
+    <message>
         <source>its value is written over several lines, below which no entry can go</source>
         <translation>der Wert ist über mehrere Zeilen geschrieben, unter denen kein Eintrag stehen kann</translation>
     </message>
@@ -2364,6 +2368,34 @@
     <message>
         <source>it is tried again all the time</source>
         <translation>es wird ständig wieder versucht</translation>
+    </message>
+    <message>
+        <source>a name in it is not one that files can have</source>
+        <translation>ein Name darin ist keiner, den Dateien haben können</translation>
+    </message>
+    <message>
+        <source>write %, ; and control characters in names as %25, %3B and so on, with two upper-case hex digits</source>
+        <translation>schreiben Sie %, ; und Steuerzeichen in Namen als %25, %3B und so weiter, mit zwei großen Hexadezimalziffern</translation>
+    </message>
+    <message>
+        <source>some of it may be stored already; look when the store is there again</source>
+        <translation>manches davon kann schon gespeichert sein; sehen Sie nach, wenn der Store wieder da ist</translation>
+    </message>
+    <message>
+        <source>Revert %1</source>
+        <translation>%1 zurücksetzen</translation>
+    </message>
+    <message>
+        <source>Resolve %1</source>
+        <translation>Konflikte von %1 lösen</translation>
+    </message>
+    <message>
+        <source>Revert changes of %1</source>
+        <translation>Änderungen von %1 zurücksetzen</translation>
+    </message>
+    <message>
+        <source>the name of a store has no &quot;/&quot; in it, as &apos;%1&apos; has</source>
+        <translation>der Name eines Stores enthält kein &quot;/&quot;, wie es &apos;%1&apos; tut</translation>
     </message>
 </context>
 </TS>

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/FrameworkCore/AppConfig/AccessMode.h"
+#include "host/FrameworkCore/AppConfig/AttributePath.h"
 #include "host/FrameworkCore/AppConfig/BackendInformationInterface.h"
 #include "host/FrameworkCore/AppConfig/ChangesInterface.h"
 #include "host/FrameworkCore/AppConfig/Outcome.h"
@@ -76,6 +77,13 @@ public:
             .advise(Texts::tr("unlock it to change it"));
     }
 
+    // A path in it as people read it.
+    QString readable(const QString& path) const
+    {
+        return FrameworkCore::AppConfig::readablePath(path, description.name,
+                                                      description.type == QLatin1String("folder"));
+    }
+
     // The path in the tree of an entry.
     QString absolute(const std::string& path) const { return joinedPath(description.name, path); }
 
@@ -147,6 +155,9 @@ public:
 
     // Another number after every change, whoever made it.
     virtual quint64 getRevision() const = 0;
+
+    // Another number after every change of what is unsaved.
+    virtual quint64 getChangesRevision() const { return getRevision(); }
 
     // Changes a value in memory. Nothing while it is being edited otherwise, and where it is linked.
     virtual std::optional<Outcome> set(const QString& path, const FrameworkCore::Values::Value& value) = 0;

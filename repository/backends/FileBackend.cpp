@@ -294,6 +294,13 @@ bool FileBackend::isEdited() const
     return isDeleted || content.hasEdits();
 }
 
+// Another one also once the file is gone, which is a conflict, and when it is back.
+quint64 FileBackend::getChangesRevision() const
+{
+    const std::lock_guard lock(mutex);
+    return 2 * quint64(content.getRevision()) + (isDeleted ? 1 : 0);
+}
+
 Outcome FileBackend::close(bool discardChanges)
 {
     const std::lock_guard savingLock(saving);

@@ -23,6 +23,7 @@ public:
     std::unique_lock<std::mutex> holdSaving() override { return std::unique_lock(saving); }
     bool isPrivate() const override { return hasPrivateFile; }
     bool isEdited() const override;
+    quint64 getChangesRevision() const override;
     Outcome close(bool discardChanges) override;
 
     Outcome save(const ApplyChange& apply) override;

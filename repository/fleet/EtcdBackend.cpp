@@ -120,10 +120,8 @@ std::string EtcdBackend::getBytes() const
 {
     const std::lock_guard lock(state->mutex);
     std::string text;
-    for (const std::string& path : state->entries.pathsWithin({})) {
-        if (!state->entries.isForeign(path))
-            text += lineOf(path, *state->entries.find(path));
-    }
+    state->entries.visitOwn(
+        [&text](const std::string& path, const Value& value) { text += lineOf(path, value); });
     return text;
 }
 
@@ -174,16 +172,23 @@ void EtcdBackend::edit(const std::string& path, const std::optional<Value>& valu
     hasEdited = true;
 }
 
-Outcome EtcdBackend::insertOne(const std::string& path, const Value& value)
+Outcome EtcdBackend::checkInsertion(const std::string& path, const Value& value) const
 {
-    Outcome outcome = checkEdit(path, value);
+    if (!KeyCodec::isPath(path))
+        return Outcome(StatusCode::BackendFailure, Texts::tr("a name in it is not one that files can have"))
+            .advise(Texts::tr("write %, ; and control characters in names as %25, %3B and so on, with two "
+                              "upper-case hex digits"));
     const Value* const present = state->entries.find(path);
-    if (outcome.ok() && present && present->type != Type::Group && value.type != Type::Group)
+    if (present && present->type != Type::Group && value.type != Type::Group)
         return Outcome(StatusCode::AlreadyExists, Texts::tr("it exists already"));
-    const bool isImplied = value.type == Type::Group && state->entries.contains(path);
-    if (outcome.ok() && !isImplied)
+    return checkEdit(path, value);
+}
+
+// A group in which something lies needs no entry.
+void EtcdBackend::insertChecked(const std::string& path, const Value& value)
+{
+    if (value.type != Type::Group || !state->entries.contains(path))
         edit(path, value);
-    return outcome;
 }
 
 Outcome EtcdBackend::removeAll(const std::string& path)
@@ -236,7 +241,11 @@ Outcome EtcdBackend::write(const QString& path, const Value& value)
 Outcome EtcdBackend::insert(const QString& path, const Value& value)
 {
     const std::lock_guard lock(state->mutex);
-    return insertOne(relative(path), value);
+    const std::string place = relative(path);
+    Outcome outcome = checkInsertion(place, value);
+    if (outcome.ok())
+        insertChecked(place, value);
+    return outcome;
 }
 
 Outcome EtcdBackend::remove(const QString& path)
@@ -265,10 +274,13 @@ Outcome EtcdBackend::replaceText(std::string bytes)
     if (!outcome.ok())
         return outcome;
     SharedEntries& entries = state->entries;
-    for (const std::string& path : entries.pathsWithin({})) {
-        if (!entries.isForeign(path) && wanted->count(path) == 0)
-            entries.edit(path, std::nullopt);
-    }
+    std::vector<std::string> unwanted;
+    entries.visitOwn([&](const std::string& path, const Value&) {
+        if (wanted->count(path) == 0)
+            unwanted.push_back(path);
+    });
+    for (const std::string& path : unwanted)
+        entries.edit(path, std::nullopt);
     for (const auto& [path, value] : *wanted) {
         const Value* const present = entries.find(path);
         if (!present || !isSame(*present, value))
@@ -286,7 +298,7 @@ Outcome EtcdBackend::insertAll(const QString& path, const std::vector<Documents:
         return entry.path.empty() ? root : Documents::joinPath(root, entry.path);
     };
     for (refused = 0; refused < list.size(); ++refused) {
-        const Outcome outcome = checkEdit(placeOf(list[refused]), list[refused].value);
+        const Outcome outcome = checkInsertion(placeOf(list[refused]), list[refused].value);
         if (!outcome.ok())
             return outcome;
     }
@@ -294,7 +306,7 @@ Outcome EtcdBackend::insertAll(const QString& path, const std::vector<Documents:
         const bool isLeading = list[i].value.type == Type::Group && i + 1 < list.size() &&
                                isWithin(list[i + 1].path, list[i].path);
         if (!isLeading)
-            insertOne(placeOf(list[i]), list[i].value);
+            insertChecked(placeOf(list[i]), list[i].value);
     }
     return {};
 }

@@ -107,7 +107,8 @@ private:
     void edit(const std::string& path, const std::optional<Value>& value);
     Outcome checkEdit(const std::string& path, const Value& value) const;
     Outcome setOne(const std::string& path, const Value& value);
-    Outcome insertOne(const std::string& path, const Value& value);
+    Outcome checkInsertion(const std::string& path, const Value& value) const;
+    void insertChecked(const std::string& path, const Value& value);
     Outcome removeAll(const std::string& path);
     Outcome explainConflicts() const;
     Outcome explainUnsaved() const;

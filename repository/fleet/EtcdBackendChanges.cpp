@@ -63,12 +63,14 @@ Outcome EtcdBackend::save(const ApplyChange&)
     state->writeRefusal.clear(); // it may take it now
     state->entries.retryRefused();
     state->work.notify_all();
+    if (state->entries.getEdits().empty() && !state->isConnected())
+        return refusal(state->explainDown());
     // What others edit meanwhile is not waited for.
     const SharedEntries& entries = state->entries;
     const auto isWritten = [&entries, last = entries.getLastBatch()] { return entries.isWrittenUpTo(last); };
     const auto isOver = [&] {
         const bool isHeldBack = entries.hasConflicts() && !state->isSending;
-        return closed || !state->isConnected() || isHeldBack || !state->writeRefusal.isEmpty() || isWritten();
+        return closed || state->isAway() || isHeldBack || !state->writeRefusal.isEmpty() || isWritten();
     };
     const bool isPatient = !isWindowThread();
     bool moves = true; // something becomes of it
@@ -119,6 +121,9 @@ Outcome EtcdBackend::explainUnsaved() const
 {
     if (state->entries.hasConflicts())
         return explainConflicts();
+    if (!state->isConnected() && state->entries.isSomethingSent())
+        return refusal(state->explainDown())
+            .advise(Texts::tr("some of it may be stored already; look when the store is there again"));
     if (!state->isConnected())
         return refusal(state->explainDown());
     if (!state->writeRefusal.isEmpty())

@@ -66,8 +66,10 @@ EtcdLocation::EtcdLocation(const QString& location)
         error = Texts::tr("it must not hold a user or a password; give the user by ?user=NAME and the "
                           "password in a file by ?credentials=FILE");
     readEndpoints(hosts.mid(at + 1));
-    if (store.isEmpty() || store.contains(QLatin1Char('/')))
+    if (store.isEmpty())
         error = Texts::tr("the name of the store is missing, as in etcd://HOST:PORT/NAME");
+    else if (store.contains(QLatin1Char('/')))
+        error = Texts::tr("the name of a store has no \"/\" in it, as '%1' has").arg(store);
     const auto items =
         QUrlQuery(mark < 0 ? QString() : location.mid(mark + 1)).queryItems(QUrl::FullyDecoded);
     QStringList shown;

@@ -1,6 +1,8 @@
 #include "repository/fleet/KeyCodec.h"
 
 #include "host/FrameworkCore/Values/Text.h"
+#include "repository/common/PathRules.h"
+#include "repository/documents/common/ComponentCodec.h"
 
 #include <algorithm>
 
@@ -20,12 +22,6 @@ int digitOf(char c)
     return c >= '0' && c <= '9' ? c - '0' : c >= 'A' && c <= 'F' ? c - 'A' + 10 : -1;
 }
 
-bool hasEmptyName(std::string_view path)
-{
-    return !path.empty() &&
-           (path.front() == '.' || path.back() == '.' || path.find("..") != std::string_view::npos);
-}
-
 } // namespace
 
 std::string KeyCodec::keyOf(std::string_view path)
@@ -42,12 +38,25 @@ std::string KeyCodec::keyOf(std::string_view path)
     return key;
 }
 
+bool KeyCodec::isPath(std::string_view path)
+{
+    if (path.empty())
+        return true;
+    for (qsizetype names = 1; names <= deepestPath; ++names) {
+        const std::size_t end = path.find('.');
+        if (!Documents::isComponent(path.substr(0, end)))
+            return false;
+        if (end == std::string_view::npos)
+            return true;
+        path.remove_prefix(end + 1);
+    }
+    return false;
+}
+
 std::optional<std::string> KeyCodec::pathOf(std::string_view key)
 {
-    if (hasEmptyName(key))
-        return {};
     if (std::all_of(key.begin(), key.end(), isPlain))
-        return std::string(key);
+        return isPath(key) ? std::optional(std::string(key)) : std::nullopt;
     std::string path;
     for (std::size_t at = 0; at < key.size(); ++at) {
         if (key[at] != '%') {
@@ -62,7 +71,7 @@ std::optional<std::string> KeyCodec::pathOf(std::string_view key)
         path += static_cast<char>(high * 16 + low);
         at += 2;
     }
-    return keyOf(path) == key ? std::optional(std::move(path)) : std::nullopt;
+    return keyOf(path) == key && isPath(path) ? std::optional(std::move(path)) : std::nullopt;
 }
 
 } // namespace Repository

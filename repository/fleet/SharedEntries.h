@@ -75,6 +75,8 @@ public:
     bool isForeign(std::string_view path) const;
     std::size_t size() const { return entries.size(); }
     void visit(const std::function<void(const Documents::Entry& entry)>& visitor) const;
+    // All but those that must be left alone, without groups in which something lies.
+    void visitOwn(const std::function<void(const std::string& path, const Value& value)>& visitor) const;
     // The paths of entries at and below a path.
     std::vector<std::string> pathsWithin(std::string_view path) const;
     // The sibling before an entry; nothing for the first.
@@ -130,6 +132,9 @@ public:
     enum class From { AllBatches, OneBatch };
     std::vector<Outgoing> takeOutgoing(std::size_t mostEntries, std::size_t mostBytes,
                                        From from = From::AllBatches);
+
+    // Whether something is on its way, or was, and nobody knows whether it has arrived.
+    bool isSomethingSent() const;
 
     // The store does not take it, so that it is held back from then on, until that is to be tried again.
     void refuse(const std::vector<Outgoing>& outgoing);

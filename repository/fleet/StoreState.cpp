@@ -16,7 +16,7 @@ bool StoreState::open(Way& way)
 bool StoreState::close(Way& way, const StoreResult& result)
 {
     const bool isFirstFailure = !isLoaded && way.reason.isEmpty();
-    way = {false, result.status == StoreResult::Status::Refused, QString::fromStdString(result.reason)};
+    way = {false, result.isRefused(), QString::fromStdString(result.reason)};
     return updateLink() || isFirstFailure;
 }
 

@@ -45,6 +45,9 @@ struct StoreState
     // Whether the link is down for longer than the store's servers take to agree anew on who leads them.
     bool isDownForLong() const;
 
+    // Whether waiting for the link is in vain: it is down for long, or the store refuses it.
+    bool isAway() const { return link == Link::Refused || isDownForLong(); }
+
     // In a few words, as "connected" or "stale since 2026-11-26T12:00:00: connection refused".
     QString describeLink() const;
 

@@ -28,7 +28,8 @@ struct StoreResult
     enum class Status {
         Done,
         Unavailable, // nobody answered in time: whether a write was done is not known
-        Refused,     // by the store, for good: without permission, full, too large, a wrong password
+        Refused,     // by the store, for good: without permission, full, a wrong password
+        TooLarge,    // as Refused, for one request
         Compacted,   // the store has no history any more from that revision on
         Cancelled    // from here
     };
@@ -37,6 +38,7 @@ struct StoreResult
     std::string reason; // for a person
 
     bool ok() const { return status == Status::Done; }
+    bool isRefused() const { return status == Status::Refused || status == Status::TooLarge; }
 };
 
 struct StoreEntry
@@ -120,7 +122,7 @@ class StoreTransport
 {
 public:
     // Of this header. A module that was built for another one is not used.
-    static constexpr int version = 2;
+    static constexpr int version = 3;
 
     virtual ~StoreTransport() = default;
 

@@ -18,8 +18,8 @@ using Status = StoreResult::Status;
 
 namespace {
 
-// Of one transaction; by default a store takes no more entries, and 1.5 MiB.
-constexpr std::size_t mostEntries = 128;
+// At once; by default a store takes no more entries, and 1.5 MiB.
+constexpr std::size_t defaultEntries = 128;
 constexpr std::size_t mostBytes = std::size_t(256) << 10;
 
 constexpr auto retryingAfter = 200ms;
@@ -30,7 +30,7 @@ constexpr auto ticking = 1s;
 StoreWriter::StoreWriter(StoreContext& storeContext, StoreApplier& storeApplier,
                          std::weak_ptr<EtcdBackend> storeBackend, BackendKind::Observer hearer)
     : context(storeContext), applier(storeApplier), backend(std::move(storeBackend)),
-      observer(std::move(hearer))
+      observer(std::move(hearer)), mostEntries(defaultEntries)
 {
 }
 
@@ -104,13 +104,12 @@ void StoreWriter::send(Lock& lock)
     state.changed.notify_all();
     if (!state.entries.getEdits().empty()) // who saves sends no more than his own
         state.work.notify_all();
-    const bool isOther = state.link != before;
-    if (!isOther && !state.entries.hasConflicts() && state.writeRefusal.isEmpty())
+    if (state.savers > 0)
+        reportTrouble(lock); // while somebody is told of it
+    if (state.link == before)
         return;
-    reportTrouble(lock);
     lock.unlock();
-    if (isOther)
-        applier.push({});
+    applier.push({});
     lock.lock();
 }
 
@@ -127,12 +126,17 @@ void StoreWriter::settle(const StoreResult& result, const StoreReply& reply)
         state.open(state.edits);
     if (result.ok() && !reply.isWritten)
         takeFound(reply);
-    if (result.ok() || !sendsOneBatch)
+    // Where the server is set to take less, it gets less from now on.
+    const bool isTooMuch = result.status == Status::TooLarge && outgoing.size() > 1;
+    if (result.ok() || isTooMuch || !sendsOneBatch)
         state.entries.settle(outgoing, result.ok() && reply.isWritten ? reply.revision : 0);
     else
         refuse(result);
+    if (!result.ok())
+        mostEntries = isTooMuch ? outgoing.size() / 2 : defaultEntries;
     // Of several batches, each is tried alone, so that what is not refused is written.
-    sendsOneBatch = !result.ok();
+    if (!isTooMuch)
+        sendsOneBatch = !result.ok();
     outgoing.clear();
 }
 

@@ -48,6 +48,7 @@ private:
     const BackendKind::Observer observer;
     // The state's mutex guards what follows.
     std::vector<SharedEntries::Outgoing> outgoing; // on its way; kept until its outcome is known
+    std::size_t mostEntries;                       // at once, as far as this store takes them
     bool sendsOneBatch = false;                    // after a refusal, until it is known whose it was
     std::chrono::steady_clock::time_point retry;   // not before
     QString reportedRefusal;

@@ -149,7 +149,8 @@ History::Scope::~Scope()
 struct History::Write::Recording
 {
     Recording(History& ofHistory, const Node& node)
-        : scope(ofHistory, [&node] { return Texts::tr("Write %1").arg(node.getPath()); })
+        : scope(ofHistory,
+                [&node] { return Texts::tr("Write %1").arg(node.backend->readable(node.getPath())); })
     {
         change.path = node.getPath();
         change.before = NodeState::of(node);

@@ -129,7 +129,7 @@ Outcome BackendRegistry::mount(const QString& type, const QString& name,
 
     return runForCaller(Outcome::Operation::CreateBackend, name, [&] {
         BackendKind* const kind = kindOf(type);
-        Outcome outcome = kind ? checkDescription(description) : Refusals::noType(type);
+        Outcome outcome = kind ? checkDescription(description) : Refusals::noType(type, getTypes());
         if (!outcome.ok())
             return outcome;
         description.filePath = kind->toLocation(description.filePath);

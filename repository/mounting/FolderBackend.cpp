@@ -13,6 +13,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <condition_variable>
 #include <sys/stat.h>
 #include <system_error>
 #include <thread>
@@ -41,11 +42,20 @@ std::pair<qint64, qint64> stateOf(const QString& file)
 }
 
 // Has what several threads have done in any order carried on with in the order of its numbers, by whichever
-// of them has just done what was missing. None waits for another.
+// of them has just done what was missing. None waits for another but one that is far ahead, so that what is
+// done and not carried on with is never much.
 class InOrder
 {
 public:
     explicit InOrder(int count) : done(std::size_t(count)) {}
+
+    // Until a number may be begun.
+    void waitFor(int number)
+    {
+        constexpr std::size_t mostAhead = 64;
+        std::unique_lock lock(mutex);
+        goesOn.wait(lock, [&] { return std::size_t(number) < next + mostAhead; });
+    }
 
     template <typename CarryOn>
     void add(int number, const CarryOn& carryOn)
@@ -59,14 +69,16 @@ public:
             lock.unlock();
             carryOn(int(next));
             lock.lock();
+            goesOn.notify_all();
         }
         isBusy = false;
     }
 
 private:
     std::mutex mutex;
+    std::condition_variable goesOn;
     std::vector<bool> done;
-    std::size_t next = 0;
+    std::size_t next = 0; // the first that is not carried on with
     bool isBusy = false;
 };
 
@@ -184,6 +196,7 @@ void FolderBackend::openAll(const QStringList& unknown)
     total = unknown.size();
     const auto work = [&] {
         for (int each = next++; each < unknown.size(); each = next++) {
+            inOrder.waitFor(each);
             openings[std::size_t(each)] = read(unknown[each]);
             inOrder.add(each, [&](int number) {
                 show(std::exchange(openings[std::size_t(number)], {}));

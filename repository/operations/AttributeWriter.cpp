@@ -5,6 +5,7 @@
 #include "repository/common/Border.h"
 #include "repository/common/PathRules.h"
 #include "repository/common/Texts.h"
+#include "repository/store/BackendLookup.h"
 #include "repository/store/Delivery.h"
 #include "repository/store/Refusals.h"
 #include "repository/transaction/ListEdit.h"
@@ -49,7 +50,9 @@ Outcome AttributeWriter::createOne(const QString& path, const QVariant& value, i
     bool isHidden = !isReadable(AccessMode(access));
     Outcome outcome = checkCreation(path, attributeValue.has_value(), access);
     if (outcome.ok()) {
-        const auto stepName = [&path] { return Texts::tr("Create %1").arg(path); };
+        const auto stepName = [&] {
+            return Texts::tr("Create %1").arg(readablePath(*store->getTree(), path));
+        };
         outcome = store->change(stepName, [&](Transaction& transaction) {
             const auto element = insertElement(transaction, path, *attributeValue, option == createBefore);
             Outcome inserted =
@@ -152,7 +155,7 @@ Outcome AttributeWriter::changeOne(const QString& path, const QVariant& value, A
 {
     bool isKnown = false;
     bool isHidden = false;
-    const auto stepName = [&path] { return Texts::tr("Write %1").arg(path); };
+    const auto stepName = [&] { return Texts::tr("Write %1").arg(readablePath(*store->getTree(), path)); };
     Outcome outcome = store->change(stepName, [&](Transaction& transaction) {
         Node* const node = transaction.getNodes().find(path);
         isKnown = node && node->isAttribute();
@@ -206,7 +209,7 @@ Outcome AttributeWriter::writeInFile(Transaction& transaction, const Node& node,
 Outcome AttributeWriter::writeElement(const ListElement& element, const QString& path, const QVariant& value)
 {
     bool isHidden = false;
-    const auto name = [&path] { return Texts::tr("Write %1").arg(path); };
+    const auto name = [&] { return Texts::tr("Write %1").arg(readablePath(*store->getTree(), path)); };
     const Outcome outcome = store->change(name, [&](Transaction& transaction) -> Outcome {
         Node* const list = transaction.getNodes().find(element.list);
         if (!ListEdit::textsIn(transaction.getNodes(), list))

@@ -55,7 +55,8 @@ BackendChanges::changeStep(const QString& path, const char* name,
     if (!backend)
         return {StatusCode::NotFound,
                 Texts::tr("it lies in no backend, so there is no file to read it from")};
-    const History::Scope step(store->getHistory(), [&] { return QString::fromLatin1(name).arg(path); });
+    const History::Scope step(store->getHistory(),
+                              [&] { return Texts::tr(name).arg(backend->readable(path)); });
     ChangeApplier applier(*store->getTree(), *backend, step.getRecorder());
     return change(*backend, std::ref(applier));
 }
@@ -63,27 +64,27 @@ BackendChanges::changeStep(const QString& path, const char* name,
 Outcome BackendChanges::revert(const QString& path)
 {
     return runForCaller(Outcome::Operation::Revert, path, [&] {
-        return changeStep(path, "Revert %1", [&path](Backend& backend, const auto& apply) {
-            return backend.revert(path, apply);
-        });
+        return changeStep(
+            path, QT_TRANSLATE_NOOP("Repository", "Revert %1"),
+            [&path](Backend& backend, const auto& apply) { return backend.revert(path, apply); });
     });
 }
 
 Outcome BackendChanges::resolveConflicts(const QString& path, ConflictSide side)
 {
     return runForCaller(Outcome::Operation::Resolve, path, [&] {
-        return changeStep(path, "Resolve %1", [&](Backend& backend, const auto& apply) {
-            return backend.resolveConflicts(path, side, apply);
-        });
+        return changeStep(
+            path, QT_TRANSLATE_NOOP("Repository", "Resolve %1"),
+            [&](Backend& backend, const auto& apply) { return backend.resolveConflicts(path, side, apply); });
     });
 }
 
 Outcome BackendChanges::revertPart(const QString& name, const Backend::Part& part)
 {
     return runForCaller(Outcome::Operation::Revert, name, [&] {
-        return changeStep(name, "Revert changes of %1", [&part](Backend& backend, const auto& apply) {
-            return backend.revertPart(part, apply);
-        });
+        return changeStep(
+            name, QT_TRANSLATE_NOOP("Repository", "Revert changes of %1"),
+            [&part](Backend& backend, const auto& apply) { return backend.revertPart(part, apply); });
     });
 }
 
@@ -116,6 +117,12 @@ Outcome BackendChanges::revertHunks(const QString& backend, const QStringList& h
 Outcome BackendChanges::saveHunks(const QString& backend, const QStringList& hunks)
 {
     return savePart(backend, {{}, hunks});
+}
+
+quint64 BackendChanges::getChangesRevision(const QString& name) const
+{
+    const auto backend = findBackend(*store->getTree(), name);
+    return backend ? backend->getChangesRevision() : 0;
 }
 
 } // namespace Repository

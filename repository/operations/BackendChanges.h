@@ -28,6 +28,7 @@ public:
     Outcome saveChanges(const QString& backend, const QStringList& paths) override;
     Outcome revertHunks(const QString& backend, const QStringList& hunks) override;
     Outcome saveHunks(const QString& backend, const QStringList& hunks) override;
+    quint64 getChangesRevision(const QString& backend) const override;
 
 private:
     Outcome revertPart(const QString& backend, const Backend::Part& part);

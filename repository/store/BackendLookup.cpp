@@ -38,4 +38,10 @@ std::vector<std::shared_ptr<Backend>> backendsTouching(AttributeTree& tree, cons
     return touched;
 }
 
+QString readablePath(AttributeTree& tree, const QString& path)
+{
+    const auto backend = backendOf(tree, path);
+    return backend ? backend->readable(path) : path;
+}
+
 } // namespace Repository

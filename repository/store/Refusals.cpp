@@ -107,15 +107,18 @@ Outcome Refusals::noBackend()
     return {StatusCode::NotFound, Texts::tr("no backend has that name")};
 }
 
-Outcome Refusals::noType(const QString& type)
+Outcome Refusals::noType(const QString& type, QStringList valid)
 {
-    QStringList known;
     const bool namesDialect = type.contains(QLatin1Char(':'));
-    for (const std::string& name :
-         namesDialect ? Documents::getDialectTypes() : Documents::getDocumentTypes())
-        known.append(QString::fromStdString(name));
+    if (namesDialect)
+        valid.clear();
+    if (valid.isEmpty()) {
+        for (const std::string& name :
+             namesDialect ? Documents::getDialectTypes() : Documents::getDocumentTypes())
+            valid.append(QString::fromStdString(name));
+    }
     return Outcome(StatusCode::BackendFailure, Texts::tr("unknown backend type '%1'").arg(type))
-        .advise(Texts::tr("valid types: %1").arg(known.join(QStringLiteral(", "))));
+        .advise(Texts::tr("valid types: %1").arg(valid.join(QStringLiteral(", "))));
 }
 
 Outcome Refusals::unfit(Outcome outcome, const QVariant& value, bool isHidden)

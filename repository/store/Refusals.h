@@ -4,6 +4,7 @@
 #include "repository/store/Node.h"
 
 #include <QString>
+#include <QStringList>
 #include <QVariant>
 
 namespace Repository {
@@ -25,7 +26,7 @@ public:
     static Outcome losesComments(); // of what would be moved by its values
     static Outcome losesDigits();   // of a second, which an attribute does not hold
     static Outcome noBackend();     // of that name
-    static Outcome noType(const QString& type);
+    static Outcome noType(const QString& type, QStringList valid = {}); // without any, those of files
 
     // What a document has said of a value, which it may have quoted: replaced when the value is hidden,
     // shortened when it is long.

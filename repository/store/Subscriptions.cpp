@@ -8,6 +8,9 @@
 #include "repository/store/Refusals.h"
 
 #include <atomic>
+#include <chrono>
+#include <shared_mutex>
+#include <thread>
 
 namespace Repository {
 
@@ -15,6 +18,11 @@ using FrameworkCore::AppConfig::Outcome;
 using FrameworkCore::AppConfig::StatusCode;
 
 namespace {
+
+bool isPattern(const QString& path)
+{
+    return path.contains(QLatin1Char('*'));
+}
 
 RegistrationPointer takeExact(AttributeTree& tree, const QString& path, const NodeIndex::Key& key,
                               const Registration& registration)
@@ -36,12 +44,24 @@ RegistrationPointer takeExact(AttributeTree& tree, const QString& path, const No
 void remove(AttributeTree& tree, const QString& pathOrPattern, Registration& registration)
 {
     registration.stop();
-    if (pathOrPattern.contains(QLatin1Char('*'))) {
+    if (isPattern(pathOrPattern)) {
         tree.patterns.remove(pathOrPattern, registration);
         return;
     }
     const NodeIndex::Key key(pathOrPattern);
     HazardGuard::retire(key.hash, takeExact(tree, pathOrPattern, key, registration));
+}
+
+// Takes an ended registration out of the attributes that know it as matching. Otherwise each lets it go when
+// it is written.
+void forget(AttributeTree& tree, const RegistrationPointer& ended)
+{
+    const std::shared_lock lock(tree.structure);
+    for (Node* const node : subtreeOf(tree.top, nullptr)) {
+        const std::lock_guard shardLock(tree.index.shardOf(*node).mutex);
+        if (node->extras)
+            node->extras->matching.removeOne(ended);
+    }
 }
 
 // By this a registration is ended. It may outlive the tree, and when it goes the registration stays in
@@ -60,6 +80,20 @@ public:
         Registration* const ending = registration.exchange(nullptr, std::memory_order_acq_rel);
         if (owner && ending)
             remove(*owner, pathOrPattern, *ending);
+    }
+
+    void endAndWait() override
+    {
+        const auto owner = tree.lock();
+        const RegistrationPointer ending(registration.exchange(nullptr, std::memory_order_acq_rel));
+        if (!owner || !ending)
+            return;
+        remove(*owner, pathOrPattern, *ending);
+        if (isPattern(pathOrPattern))
+            forget(*owner, ending);
+        constexpr std::chrono::milliseconds pause(1);
+        while (ending->ref.loadAcquire() > 1) // deliveries under way
+            std::this_thread::sleep_for(pause);
     }
 
 private:
@@ -83,7 +117,7 @@ Subscriptions::registerUpdateCallback(const QString& pathOrPattern,
     }
     RegistrationPointer registration(new Registration(callback, points));
     auto handle = std::make_shared<RegistrationHandle>(pathOrPattern, *registration, tree);
-    if (callback && pathOrPattern.contains(QLatin1Char('*'))) {
+    if (callback && isPattern(pathOrPattern)) {
         tree->patterns.add(pathOrPattern, std::move(registration));
         return handle;
     }

@@ -24,10 +24,11 @@ std::vector<Documents::CarriedComment> commentsOf(const Backend& backend, const 
         Documents::commentsBelow(pathBytes(pathAfter(path, backend.getName().size())), backend.getComments());
     const auto excerpt = backend.excerpt(path);
     const std::string around = excerpt ? excerpt->above + excerpt->after + excerpt->text : std::string();
+    const auto isAround = [&](const std::string& line) { return around.find(line) != std::string::npos; };
     const auto staysBehind = [&](const Documents::CarriedComment& comment) {
-        return comment.path.empty() && !comment.isAtEnd &&
-               !std::all_of(comment.lines.begin(), comment.lines.end(),
-                            [&](const std::string& line) { return around.find(line) != std::string::npos; });
+        const bool isApart =
+            excerpt ? !std::all_of(comment.lines.begin(), comment.lines.end(), isAround) : comment.isApart;
+        return comment.path.empty() && !comment.isAtEnd && isApart;
     };
     comments.erase(std::remove_if(comments.begin(), comments.end(), staysBehind), comments.end());
     return comments;

@@ -34,7 +34,7 @@ Outcome SubtreeImport::run(const QByteArray& text, TransferReport& report) const
                                                 .arg(QString::fromStdString(parsed.error))};
     if (!path.isEmpty() && !isValidPath(path))
         return Refusals::invalidPath(path);
-    const auto stepName = [this] { return Texts::tr("Import %1").arg(path); };
+    const auto stepName = [this] { return Texts::tr("Import %1").arg(readablePath(*store.getTree(), path)); };
     const TextInsertion::Comments comments = Documents::commentsOf(document->getMarks());
     const auto target = comments.empty() ? nullptr : backendOf(*store.getTree(), path);
     const TextInsertion::Comments former = target ? target->getComments() : TextInsertion::Comments();

@@ -3,6 +3,7 @@
 #include "repository/common/Border.h"
 #include "repository/common/Texts.h"
 #include "repository/operations/AttributeStore.h"
+#include "repository/store/BackendLookup.h"
 #include "repository/transfer/SubtreeCopy.h"
 #include "repository/transfer/SubtreeExport.h"
 #include "repository/transfer/SubtreeImport.h"
@@ -20,7 +21,10 @@ Outcome SubtreeTransfer::copyTree(const QString& from, const QString& to)
 
 Outcome SubtreeTransfer::copyTree(const QString& from, const QString& to, TransferReport& report)
 {
-    const auto name = [&] { return Texts::tr("Copy %1 to %2").arg(from, to); };
+    const auto name = [&] {
+        return Texts::tr("Copy %1 to %2")
+            .arg(readablePath(*store->getTree(), from), readablePath(*store->getTree(), to));
+    };
     const auto copy = [&](Transaction& transaction) {
         return SubtreeCopy(transaction, from, to).run(false, report);
     };
@@ -30,7 +34,10 @@ Outcome SubtreeTransfer::copyTree(const QString& from, const QString& to, Transf
 Outcome SubtreeTransfer::moveTree(const QString& from, const QString& to)
 {
     TransferReport report;
-    const auto name = [&] { return Texts::tr("Move %1 to %2").arg(from, to); };
+    const auto name = [&] {
+        return Texts::tr("Move %1 to %2")
+            .arg(readablePath(*store->getTree(), from), readablePath(*store->getTree(), to));
+    };
     const auto move = [&](Transaction& transaction) {
         return SubtreeCopy(transaction, from, to).run(true, report);
     };

@@ -1,3 +1,4 @@
+#include "desk/log/FailureHint.h"
 #include "tests/desk/DeskTest.h"
 
 #include <QMessageBox>
@@ -76,6 +77,23 @@ private slots:
         QTRY_VERIFY(desk->item(list).isValid());
     }
     void cleanup() { close(); }
+
+    // What was done, and what was refused, is told with the names that people know.
+    void namesFilesAsTheyAre()
+    {
+        QVERIFY(QDir().mkpath(folder->path("site/net.d")));
+        TestSupport::writeFile(folder->path("site/net.d/a.json"), "{\"x.y\": 1}\n");
+        desk->window->openFiles({folder->path("site")});
+        const QString path = QStringLiteral("site.net%2Ed.a%2Ejson.x%2Ey");
+        const QString shown = QStringLiteral("site.net.d.a.json.x%2Ey");
+        QTRY_VERIFY(desk->item(path).isValid());
+        write(path, 2);
+        QTRY_COMPARE(desk->part<QAction>("undo")->text(), QStringLiteral("&Undo Write ") + shown);
+        desk->repository->getWriterInterface()->writeAttributeValue(path, QStringLiteral("two"), 8);
+        QTRY_VERIFY(desk->part<Vantry::FailureHint>("failureHint")
+                        ->toolTip()
+                        .contains(QStringLiteral("'%1' was not set to 'two'").arg(shown)));
+    }
 
     void renamesAndMoves()
     {

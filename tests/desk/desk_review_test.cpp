@@ -183,6 +183,27 @@ private slots:
                  QByteArray("[oven]\n; hot\nmaximum = ") + value.toByteArray() + '\n');
     }
 
+    void tellsThatAFileIsGone()
+    {
+        const QByteArray former = contentOf(folder->path("limits.ini"));
+        write(maximum, 130);
+        showChanges();
+        const auto& rows = *desk->part<QTreeView>("changeRows");
+        QTRY_COMPARE(rowsOf(rows).size(), 2);
+        const QString gone = QStringLiteral(" .|conflict|(the file is gone)|(what is open)");
+        QVERIFY(QFile::remove(folder->path("limits.ini")));
+        QTRY_COMPARE(rowsOf(rows).value(1), gone);
+        TestSupport::writeFile(folder->path("limits.ini"), former);
+        QTRY_COMPARE(rowsOf(rows).value(1), QStringLiteral(" oven.maximum|changed|125|130"));
+        QVERIFY(QFile::remove(folder->path("limits.ini")));
+        QTRY_COMPARE(rowsOf(rows).value(1), gone);
+        clickRow(QStringLiteral("."));
+        press("keepMine");
+        QTRY_VERIFY(!rowsOf(rows).join(QLatin1Char('\n')).contains(QLatin1String("conflict")));
+        QVERIFY(pressKey(QStringLiteral("ctrl+s")));
+        QTRY_COMPARE(contentOf(folder->path("limits.ini")), QByteArray("[oven]\nmaximum = 130\n"));
+    }
+
     void followsInTheText()
     {
         desk->tree->setCurrentIndex(desk->item(port));

@@ -427,6 +427,11 @@ private slots:
             QTRY_VERIFY2(isOwnShown(), "another plug-in hides the page of the files");
 
             auto* const other = window.findChild<QPushButton*>(QStringLiteral("heading_R&D"));
+            const auto* const own = window.findChild<QPushButton*>(QStringLiteral("heading_Vantry"));
+            const auto* const attributes = window.findChild<QPushButton*>(QStringLiteral("btnAttributes"));
+            const auto isMarked = [](const QPushButton& button) {
+                return button.property("currentPage").toBool();
+            };
             QCOMPARE(other->text(), QStringLiteral("R&&D"));
             QTest::mouseClick(other, Qt::LeftButton);
             QTRY_VERIFY(!isOwnShown());
@@ -435,9 +440,20 @@ private slots:
             other->setFocus(Qt::TabFocusReason);
             QVERIFY(TestSupport::pressKey(QStringLiteral("space")));
             QTRY_VERIFY(!isOwnShown());
+            const QWidget* const otherPage = area->currentWidget();
+            const auto events = [otherPage] {
+                return otherPage->property("events").toStringList().join(QLatin1Char(' '));
+            };
+            QCOMPARE(events(), QStringLiteral("0 1 0")); // Shown, Hidden, Shown
+            QVERIFY(isMarked(*other));
+            QVERIFY(!isMarked(*own) && !isMarked(*attributes));
             QVERIFY(TestSupport::pressKey(QStringLiteral("F9"))); // hides the area, and its headings
             QVERIFY(TestSupport::pressKey(QStringLiteral("ctrl+2")));
             QTRY_VERIFY(isOwnShown());
+            QVERIFY(!isMarked(*other));
+            QVERIFY(isMarked(*own) && isMarked(*attributes));
+            QVERIFY(window.close());
+            QCOMPARE(events(), QStringLiteral("0 1 0 1 2")); // AboutToClose
         }
         Utilities::SetAppConfigRepositoryInterface({});
     }

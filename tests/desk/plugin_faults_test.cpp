@@ -51,6 +51,7 @@ private slots:
         row("throw-widget", harmless);
         row("throw-show", harmless);
         row("throw-paint", harmless);
+        row("throw-event", harmless);
         row("throw-unload", harmless);
         row("throw-drop", "damaged: ending it ends the program");
         row("abort-load", "damaged: loading it ends the program");
@@ -59,6 +60,7 @@ private slots:
         row("abort-name", "damaged: making an application of it ends the program");
         row("abort-show", "damaged: showing it ends the program");
         row("abort-paint", "damaged: showing it ends the program");
+        row("abort-event", "damaged: showing it ends the program");
         row("abort-unload", "damaged: ending it ends the program");
         row("abort-drop", "damaged: ending it ends the program");
         row("abort-end", "damaged: ending it ends the program");

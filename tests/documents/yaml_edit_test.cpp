@@ -6,6 +6,7 @@
 
 #include <QDirIterator>
 #include <QFile>
+#include <QRandomGenerator>
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -154,9 +155,13 @@ private slots:
             "a: {\n  b: 1, # c\n  k: 2,\n}\n");
         row("below a value", "a: 1 # c\nb: 2\n", add("a.k", integer(3)),
             "a:\n  \"#value\": 1 # c\n  k: 3\nb: 2\n");
+        row("below a tagged value", "# c\n# @type date\na: '2024-01-02'\n", add("a.k", integer(3)),
+            "# c\na:\n  # @type date\n  \"#value\": '2024-01-02'\n  k: 3\n");
         row("below nothing", "a: # c\nb: 2\n", add("a.k", integer(3)), "a: # c\n  k: 3\nb: 2\n");
         row("below null", "- ~\n- {b: null}\n", add("0.k.l", integer(3)), "-\n  k:\n    l: 3\n- {b: null}\n");
         row("below null in brackets", "a: {b, c: 1}\n", add("a.b.k", integer(3)), "a: {b: {k: 3}, c: 1}\n");
+        row("tagged in two ways", "# @type date\na: !x 1\n", setTo("a", text("z")),
+            "# @type date\na: !x z\n");
         row("type without a form", "a: 1\n", add("k", {Type::Date, std::string("2024-01-02")}),
             "a: 1\n# @type date\nk: \"2024-01-02\"\n");
         row("element", "a:\n  - b: 1\n  # of two\n  - c\n",
@@ -256,6 +261,15 @@ private slots:
             "? - -\n: 3\nb: 2\n");
         row("below such a key", "? - -\nb: 2\n", drop("b"), "? - -\n");
         row("key that some misread", "a: 1\n", renameTo("a", "on"), "\"on\": 1\n");
+        row("with comments below", "s:\n  p: 1 # c\n  # off: 2\n\n  # end\n# of t\nt: 3\n", copyTo("s", "t2"),
+            "s:\n  p: 1 # c\n  # off: 2\n\n  # end\n# of t\nt: 3\nt2:\n  p: 1 # c\n  # off: 2\n\n  # end\n");
+        row("element with comments below", "- a: 1\n  # off: 2\n# of b\n- b: 3\n  # end\n", move("0", "1"),
+            "# of b\n- b: 3\n  # end\n- a: 1\n  # off: 2\n");
+        row(
+            "moved with comments below", "a:\n  b:\n    c: 1\n      # end\n  d: 2\n",
+            [](Document& document) { return document.removeExcerpt("a.b"); }, "a:\n  d: 2\n");
+        row("new behind comments", "s:\n  p: 1\n  # off: 2\n", add("t", integer(3)),
+            "s:\n  p: 1\n  # off: 2\nt: 3\n");
         row("element to the front", "- a: 1\n# of two\n- b: 2\n  c: 3\n", move("1", "0"),
             "# of two\n- b: 2\n  c: 3\n- a: 1\n");
     }
@@ -454,6 +468,40 @@ private slots:
                 what.c_str());
             QVERIFY2(document->getBytes() == bytes || (isCopy && !endsLine(bytes)), what.c_str());
         }
+    }
+
+    // After edits anywhere in a file of many entries, each value is found where it is written.
+    void findsValuesInALargeFile()
+    {
+        std::string bytes;
+        for (int group = 0; group < 50; ++group) {
+            bytes += "g" + std::to_string(group) + ":\n";
+            for (int entry = 0; entry < 40; ++entry)
+                bytes += "  # above\n  k" + std::to_string(entry) + ": v" + std::to_string(entry) + " # c\n";
+            bytes += "  l:\n  - a: 1\n    b: [x, y]\n  - a: 2\n";
+        }
+        const auto document = makeDocument("yaml");
+        QVERIFY(document->parse(bytes).ok());
+        QRandomGenerator random(7);
+        for (int step = 0; step < 400; ++step) {
+            const std::vector<Entry> entries = entriesOf(*document);
+            const auto any = [&] { return entries[std::size_t(random.bounded(int(entries.size())))].path; };
+            const std::string name = "n" + std::to_string(step);
+            const std::vector<Edit> edits{drop(any()), renameTo(any(), name), setTo(any(), text(name)),
+                                          add(joinPath(any(), name), integer(step)),
+                                          add(joinPath(splitLast(any()).parent, name), text("of\nlines\n"))};
+            edits[std::size_t(step) % edits.size()](*document);
+            const std::string now = document->getBytes();
+            for (int looks = 0; looks < 10; ++looks) {
+                const std::string path = any();
+                const auto spelling = document->spell(path);
+                const auto place = document->locate(path);
+                QCOMPARE(place.has_value(), spelling.has_value());
+                QVERIFY2(!place || now.substr(place->offset, place->length) == *spelling, path.c_str());
+            }
+        }
+        QVERIFY(document->getBytes() != bytes);
+        QCOMPARE(toLines(*document), toLines("yaml", document->getBytes()));
     }
 
     // Entries are taken out, renamed and added anywhere in real files: what the file is read to be is what

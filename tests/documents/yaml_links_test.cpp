@@ -40,6 +40,8 @@ private slots:
         row("a text", "b: &b x\nm:\n  <<: *b\n", "m.<< = '*b'");
         row("itself", "m: &m\n  <<: *m\n  x: 1\n", "m.<< = '*m'|m.x = 1");
         row("quoted", "b: &b {x: 1}\nm:\n  \"<<\": *b\n", "m.<<.x = 1");
+        row("keys", "a: &x {p: 1}\nm:\n  &x k: *x\n  &y l: *x\n  n: [*x, *y]\n",
+            "m.k = 'k'|m.l = 'k'|m.n = ['k','l']");
         row("anchor given again", "- &b {x: 1}\n- m: {<<: *b}\n- &b {x: 2}\n- m: {<<: *b}\n",
             "3.m.<< = '*b'|3.m.x = 2");
     }
@@ -131,6 +133,8 @@ private slots:
         row("new below an inherited one", merge, add("m.g.l", integer(2)), "from \"b.g\" at line 3", 3);
         row("renamed", merge, renameTo("m.x", "z"), "from \"b.x\" at line 2", 2);
         row("inherited below an alias", merge, setTo("n.x", integer(2)), "the alias *m at line 7", 7);
+        row("inherited by what is merged", "b: &b {x: 1}\nm:\n  <<: {<<: *b, y: 2}\n",
+            setTo("m.<<.x", integer(2)), "\"m.<<.x\" comes with \"<<\" from \"b.x\" at line 1", 1);
         row("merged", merge, setTo("m.<<", integer(2)), "names what is merged", 5);
         row("merged map", merge, drop("b"), "is used at line 5", 5);
     }
@@ -154,6 +158,7 @@ private slots:
         const auto row = TestSupport::columns<QByteArray>("yaml");
         row("of lines", "n: &n t\ni:\n- *n\n- u\nz: 1\n");
         row("in brackets", "n: &n t\ni: [*n, u] # c\n");
+        row("at the end of a file", "n: &n t\ni:\n- a\n- *n\n- u");
         row("of a block", "n: &n |\n  a\n  b\ni:\n- *n\n- u\n");
     }
 

@@ -65,6 +65,12 @@ private slots:
         row("an encoded letter", "%61");
         row("lower-case digits", "%c3%b6");
         row("half an encoding", "a%2");
+        row("a wildcard", "a%2A");
+        row("a control character", "a%0Ab");
+        row("a percent sign that begins no encoding", "a%25b");
+        row("a number of no sibling", "a%5B1%5D");
+        row("bytes that are not UTF-8", "%FF");
+        row("more names than a path has", QStringLiteral("a") + QStringLiteral(".a").repeated(1024));
     }
 
     void leavesKeysAloneThatAreNoPath()
@@ -168,7 +174,7 @@ private slots:
             "");
         row("no scheme", "h:2379/site", "", "etcd://HOST:PORT/NAME");
         row("no store", "etcd://h:2379", "etcd://h:2379/", "name of the store");
-        row("two names", "etcd://h:2379/a/b", "etcd://h:2379/a/b", "name of the store");
+        row("two names", "etcd://h:2379/a/b", "etcd://h:2379/a/b", "no \"/\" in it");
         row("no port", "etcd://h/site", "etcd://h/site", "'h' is not HOST:PORT");
         row("a port beyond", "etcd://h:70000/site", "etcd://h:70000/site", "is not HOST:PORT");
         row("an unknown option", "etcd://h:1/s?speed=9", "etcd://h:1/s?speed=9", "unknown option 'speed'");

@@ -167,6 +167,25 @@ private slots:
         QCOMPARE(refusalOf(machine.save()), QString());
     }
 
+    // Nor does it have to take as many keys at once as it does by default.
+    void storesInSmallerPieces()
+    {
+        EtcdServer::Options options;
+        options.arguments = QStringList{QStringLiteral("--max-txn-ops"), QStringLiteral("20")};
+        EtcdServer strict(options);
+        QVERIFY2(strict.start(), qPrintable(strict.getFailure()));
+        FleetMachine machine(strict.getLocation(store));
+        QByteArray text;
+        for (int i = 0; i < 300; ++i)
+            text += "k" + QByteArray::number(i) + " = 1\n";
+        const auto transfer = machine.getRepository().getTransferInterface();
+        QCOMPARE(refusalOf(transfer->importTree(QStringLiteral("m"), QStringLiteral("txt"), text)),
+                 QString());
+        QCOMPARE(refusalOf(machine.save()), QString());
+        const EtcdClient reader(strict.getEndpoints().first().toStdString());
+        QCOMPARE(reader.readAll(prefix()).size(), std::size_t(300));
+    }
+
     // They are two machines, as it were.
     void mountsAStoreTwice()
     {

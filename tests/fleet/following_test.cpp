@@ -294,6 +294,27 @@ private slots:
         QCOMPARE(outside().readAll(prefix()).size(), std::size_t(1));
     }
 
+    // They could be exported to no file.
+    void refusesNamesThatFilesCannotHave_data()
+    {
+        const auto row = TestSupport::columns<QString>("name");
+        row("a semicolon", "a;b");
+        row("a percent sign", "group.50%");
+        row("a line break", "a\nb");
+        row("below another", "a%zz.b");
+    }
+
+    void refusesNamesThatFilesCannotHave()
+    {
+        QFETCH(QString, name);
+        FleetMachine machine(location());
+        const QString path = QStringLiteral("m.") + name;
+        const QString text = machine.create(path, 1).toText();
+        QVERIFY2(text.contains(QLatin1String("not one that files can have")), qPrintable(text));
+        QVERIFY(!machine.exists(path));
+        QVERIFY(machine.unsaved().isEmpty());
+    }
+
     void refusesWritesWhereItMayOnlyRead()
     {
         FleetMachine writer(location());

@@ -210,6 +210,7 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(state(machine).startsWith(QLatin1String("stale since")), longWait);
         QTRY_VERIFY(!machine.getHeard().isEmpty());
         QVERIFY(machine.description().contains(state(machine)));
+        QVERIFY2(!machine.save().ok(), "nobody can say that all is stored");
         QCOMPARE(machine.read(QStringLiteral("m.a")).toInt(), 1);
         QTRY_VERIFY_WITH_TIMEOUT(!machine.create(QStringLiteral("m.b"), 2).ok(), longWait);
         QVERIFY(!machine.save().ok());
@@ -224,6 +225,28 @@ private slots:
         QTRY_COMPARE_WITH_TIMEOUT(state(machine), QStringLiteral("connected"), longWait);
         QCOMPARE(refusalOf(machine.write(QStringLiteral("m.a"), 3)), QString());
         QCOMPARE(refusalOf(machine.save()), QString());
+    }
+
+    // The one that a machine is connected with stops while it saves; the others have another leader soon.
+    void savesWhileTheLeaderIsReplaced()
+    {
+        EtcdServer::Options options;
+        options.members = 3;
+        EtcdServer cluster(options);
+        QVERIFY2(cluster.start(), qPrintable(cluster.getFailure()));
+        const int leader = cluster.findLeader();
+        QStringList endpoints = cluster.getEndpoints();
+        endpoints.move(leader, 0);
+        FleetMachine machine(QStringLiteral("etcd://%1/%2").arg(endpoints.join(QLatin1Char(',')), store));
+        QCOMPARE(refusalOf(machine.create(QStringLiteral("m.a"), 1)), QString());
+        QCOMPARE(refusalOf(machine.save()), QString());
+        cluster.freeze(leader);
+        QCOMPARE(refusalOf(machine.write(QStringLiteral("m.a"), 2)), QString());
+        const Outcome saved = machine.save();
+        cluster.thaw(leader);
+        QCOMPARE(refusalOf(saved), QString());
+        const EtcdClient reader(endpoints.join(QLatin1Char(',')).toStdString());
+        QCOMPARE(valueOf(reader.get(keyOf("a")).value).toInt(), 2);
     }
 
     void queuesWritesOnRequest()

@@ -49,6 +49,27 @@ private slots:
         QCOMPARE(run({"diff", "plant", file.toUtf8()}).exitCode, 1);
     }
 
+    // Commands that read or write whole files.
+    void saysThatAStoreIsNoFile_data()
+    {
+        const auto row = TestSupport::columns<QByteArray, int>("command", "exitCode");
+        row("exported into", "export plant line STORE", 2);
+        row("converted into", "convert plant STORE --to-format json", 2);
+        row("imported", "import plant line STORE", 4);
+        row("brought back from a disk", "roundtrip STORE", 4);
+    }
+
+    void saysThatAStoreIsNoFile()
+    {
+        QFETCH(QByteArray, command);
+        QFETCH(int, exitCode);
+        QCOMPARE(run({"create", "plant", "line.speed", "4.5"}).errors, QByteArray());
+        const Run refused = run(command.replace("STORE", location().toUtf8()).split(' '));
+        QCOMPARE(refused.exitCode, exitCode);
+        QVERIFY2((refused.errors + refused.output).contains("a store, not a file"),
+                 refused.errors.constData());
+    }
+
     // What other machines do, also after the server was away.
     void watches()
     {

@@ -234,7 +234,8 @@ private slots:
     {
         const auto row = TestSupport::columns<QString, QString, QString, int, QString>("type", "name", "file",
                                                                                        "access", "reason");
-        row("type", "yml", "x", "good.ini", 3, "unknown backend type 'yml'");
+        row("type", "yml", "x", "good.ini", 3, "unknown backend type 'yml'; valid types: ini, json");
+        row("type of more than a file", "dir", "x", "good.ini", 3, "yaml, folder, etcd");
         row("dialect", "ini:got", "x", "good.ini", 3, "valid types: ini:git");
         row("empty name", "ini", "..", "good.ini", 3, "a backend's name is");
         row("semicolon", "ini", "a;b", "good.ini", 3, "a backend's name is");

@@ -277,6 +277,58 @@ private slots:
         QVERIFY(watched.expired());
     }
 
+    void waitsForTheEndOfACallback_data()
+    {
+        const auto row = TestSupport::columns<QString, bool>("target", "isCalled");
+        row("a path", "x.a", false);
+        row("a pattern that attributes know", "x.*", false);
+        row("a path, during a call", "x.a", true);
+        row("a pattern, during a call", "*", true);
+    }
+
+    // Whoever unloads the code of a callback must know that nothing of it is left: no call, and nothing that
+    // would be destroyed by that code.
+    void waitsForTheEndOfACallback()
+    {
+        QFETCH(QString, target);
+        QFETCH(bool, isCalled);
+        const QStringList attributes{QStringLiteral("x.a"), QStringLiteral("x.b"), QStringLiteral("y")};
+        for (const QString& path : attributes)
+            QVERIFY(create(path, 0));
+        std::promise<void> running;
+        std::promise<void> ending;
+        std::atomic<bool> holdsUp{false};
+        std::atomic<bool> hasReturned{true};
+        auto captured = std::make_shared<int>(0);
+        const std::weak_ptr<int> watched = captured;
+        const auto handle = listen(target, [&, captured](auto&&...) {
+            if (!holdsUp.exchange(false))
+                return;
+            hasReturned = false;
+            running.set_value();
+            ending.get_future().wait();
+            for (int i = 0; i < 1000; ++i) // so that the other thread waits already
+                std::this_thread::yield();
+            hasReturned = true;
+        });
+        captured.reset();
+        for (const QString& path : attributes)
+            QVERIFY(write(path, 1));
+        std::thread writer;
+        if (isCalled) {
+            holdsUp = true;
+            writer = std::thread([this] { write(QStringLiteral("x.a"), 2); });
+            running.get_future().wait();
+        }
+        ending.set_value();
+        handle->endAndWait();
+        const bool isNothingLeft = hasReturned && watched.expired();
+        if (isCalled)
+            writer.join();
+        QVERIFY(isNothingLeft);
+        handle->end(); // once more does nothing
+    }
+
     // The callback of one write is held up while another thread writes: whoever reads the value in the
     // callback has the last one in the end, whatever the callbacks bring.
     void lastReadIsTheNewest()

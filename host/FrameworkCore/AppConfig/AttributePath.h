@@ -22,4 +22,12 @@ VANTRY_CORE_EXPORT QString joinedPath(const QString& parent, QStringView below);
 // Whether the path is the other one or lies below it.
 VANTRY_CORE_EXPORT bool isAtOrBelow(QStringView path, QStringView ancestor);
 
+// The name of a file or folder as it is on the disk, of the name that encodes it in a path.
+VANTRY_CORE_EXPORT QString decodedName(const QString& name);
+
+// A path as people read it: with the names of files and folders as they are on the disk. All of it is such
+// names where it lies in a folder as a backend, else those of the root of its backend; the rest is in the
+// file.
+VANTRY_CORE_EXPORT QString readablePath(const QString& path, const QString& backend, bool isFolder);
+
 } // namespace FrameworkCore::AppConfig

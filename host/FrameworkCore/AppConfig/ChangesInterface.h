@@ -74,6 +74,10 @@ public:
     {
         return {BackendFailure, QStringLiteral("this repository saves no single hunks")};
     }
+
+    // Another number after every change of what is unsaved of a backend, as when its file is gone or back; 0
+    // for an unknown one. Cheap enough to be asked often.
+    virtual quint64 getChangesRevision(const QString& /*backend*/) const { return 0; }
 };
 
 } // namespace FrameworkCore::AppConfig::Interfaces

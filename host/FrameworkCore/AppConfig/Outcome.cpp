@@ -143,7 +143,12 @@ QString Outcome::place(const QString& fileName) const
 
 QString Outcome::toText() const
 {
-    return joined(describe(), ": ", joined(place(get().file), ": ", explain()));
+    return toText(shownPath);
+}
+
+QString Outcome::toText(const PathText& pathText) const
+{
+    return joined(describe(pathText), ": ", joined(place(get().file), ": ", explain(pathText)));
 }
 
 QString Outcome::shortened(const QString& text)

@@ -101,6 +101,7 @@ public:
 
     // All of it in one text.
     QString toText() const;
+    QString toText(const PathText& pathText) const;
 
     // The value in quotes and what it is, as in "'1.5' (a number)".
     static QString shownValue(const QVariant& value);

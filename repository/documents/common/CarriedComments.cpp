@@ -99,6 +99,7 @@ public:
         : marks(document.getMarks()), lineEnd(lineEnding)
     {
         for (const TextMarks::Begin& begin : marks.begins) {
+            first = std::min(first, begin.offset);
             const std::string_view path = begin.path; // and the groups that it alone makes
             for (std::size_t end = path.size(); end != std::string_view::npos && end > 0;
                  end = path.rfind('.', end - 1)) {
@@ -131,7 +132,7 @@ public:
         if (comment.isAtEnd)
             return addAtEnd(comment);
         if (comment.path.empty())
-            return addAbove(comment, marks.begins.empty() ? 0 : marks.begins.front().offset);
+            return addAbove(comment, first);
         // An entry that shares its line with what is around it.
         std::string_view path = comment.path;
         auto begin = begins.find(comment.path);
@@ -176,15 +177,16 @@ private:
         return true;
     }
 
-    // Below the last value in the group.
+    // Below the last value in the group, or that of the entry itself.
     bool addAtEnd(const CarriedComment& comment)
     {
         const auto last = lastValues.find(comment.path);
-        if (last == lastValues.end())
+        const auto value = values.find(last == lastValues.end() ? comment.path : last->second);
+        if (value == values.end())
             return false;
-        const Span value = values.at(last->second);
-        const std::string_view line = marks.text.substr(lineBegin(marks.text, value.offset));
-        const std::size_t below = textLineAt(marks.text, value.offset + value.length).end;
+        const Span span = value->second;
+        const std::string_view line = marks.text.substr(lineBegin(marks.text, span.offset));
+        const std::size_t below = textLineAt(marks.text, span.offset + span.length).end;
         std::string& piece = pieces[below];
         if (below == marks.text.size() && !endsLine(marks.text) && piece.empty())
             piece += lineEnd;
@@ -197,7 +199,7 @@ private:
     bool isTag(std::size_t line) const
     {
         const std::string_view content = trimBlanks(textLineAt(marks.text, line).content);
-        return readTypeTag(content) || startsWith(content, "<?");
+        return readTypeTag(content) || startsWith(content, "<?vantry type=");
     }
 
     bool addBehind(const CarriedComment& comment)
@@ -215,6 +217,7 @@ private:
 
     const TextMarks marks;
     const std::string lineEnd;
+    std::size_t first = marks.begins.empty() ? 0 : marks.begins.front().offset; // entry in the text
     std::unordered_map<std::string, std::size_t> begins;
     std::unordered_map<std::string, Span> values;
     std::unordered_map<std::string, std::string> lastValues; // by the paths of groups
@@ -334,6 +337,12 @@ std::vector<CarriedComment> commentsOf(const TextMarks& marks)
             found.push_back(std::move(carried));
         }
         former = textLineAt(marks.text, end).end;
+    }
+    // What stands at the head of a file apart from its first entry is about all of it.
+    for (CarriedComment& comment : found) {
+        if (begins.empty() || !comment.isApart || comment.isAtEnd || comment.path != begins.front().path)
+            break;
+        comment.path.clear();
     }
     return found;
 }

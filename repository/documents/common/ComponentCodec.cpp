@@ -161,6 +161,14 @@ std::string joinNumber(std::string_view name, std::size_t number)
     return component;
 }
 
+bool isComponent(std::string_view component)
+{
+    std::string_view key = splitNumber(component).name;
+    if (key.size() > 1 && (key.front() == '@' || key.front() == '#'))
+        key.remove_prefix(1);
+    return isPlainKey(key) || decodeKey(key);
+}
+
 std::optional<std::vector<std::string_view>> splitPath(std::string_view path)
 {
     std::vector<std::string_view> components;

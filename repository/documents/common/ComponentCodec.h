@@ -45,6 +45,10 @@ NumberedComponent splitNumber(std::string_view component);
 std::string joinNumber(std::string_view name, std::size_t number);
 void appendNumber(std::string& path, std::size_t number);
 
+// Whether entries are named so: an encoded key, which a mark may come before, as in "@id" and "#text", and a
+// number after.
+bool isComponent(std::string_view component);
+
 // The path with each component replaced.
 template <typename Change>
 std::string mapPath(std::string_view path, const Change& change)

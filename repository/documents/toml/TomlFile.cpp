@@ -139,8 +139,7 @@ std::string TomlFile::write(NodeId located, Span* span) const
     for (StatementId id = TomlTree::rootStatement; id != noStatement; id = tree.statement(id).next) {
         const TomlStatement& statement = tree.statement(id);
         keep(statement.lead, statement.leadEnd);
-        const bool isEdited = id == place || (!statement.isHeader && tree.node(statement.node).touched);
-        if (isEdited) {
+        if (id == place || statement.mayHoldEdits) {
             copy(statement.end, statement.end);
             appendStatement(text, id, id == place ? located : noNode, span);
         } else {

@@ -74,6 +74,7 @@ struct TomlStatement
     std::uint64_t order = 0;        // grows along the file
     NodeId node = noNode;
     bool isHeader = false;
+    bool mayHoldEdits = false; // a value of it was edited
 };
 
 } // namespace Repository::Documents

@@ -48,6 +48,7 @@ void TomlTree::setValue(NodeId id, std::string spelling, bool isText)
         nodes[nodes[id].parent].nonTexts += (nodes[id].isText ? 1 : 0) - (isText ? 1 : 0);
     nodes[id].isText = isText;
     setText(id, TomlPart::Value, std::move(spelling));
+    statements[nodes[id].statement].mayHoldEdits = true;
 }
 
 std::uint32_t TomlTree::keep(std::string_view text)

@@ -12,11 +12,12 @@ void YamlBuilder::addAlias(const YamlEvent& event)
     const Frame& frame = frames.back();
     const bool isMerge = frame.isMap ? namesMerge(frame) : tree.isMergeKey(frame.id);
     const std::string name = nameOf(event.token);
-    const auto found = anchors.find(name);
-    if (found == anchors.end() && !isPart)
+    const bool showsOwnKey = frame.isMap && name == frame.keyAnchor;
+    const auto found = showsOwnKey ? anchors.end() : anchors.find(name);
+    if (found == anchors.end() && !showsOwnKey && !isPart)
         fault = outcomeAt(source(), event.token.begin,
                           Reason::tr("no anchor above this alias has the name %1", {quoted(name)}));
-    const Anchor anchor = found == anchors.end() ? Anchor() : found->second;
+    Anchor anchor = found == anchors.end() ? Anchor() : found->second;
     YamlNode node;
     node.begin = node.value = std::uint32_t(event.token.begin);
     node.valueEnd = std::uint32_t(event.token.end);
@@ -31,18 +32,26 @@ void YamlBuilder::addAlias(const YamlEvent& event)
         node.kind = tree.node(anchor.node).kind;
     node.isText = !frame.isMap && node.kind == YamlKind::Scalar && isTextBehind(isKnown ? anchor : Anchor());
     const NodeId id = add(node, event);
+    if (showsOwnKey)
+        anchor = {id, true, false};
     if (anchor.node == noNode)
         return;
     tree.node(anchor.node).isUsed = true;
     tree.noteAlias(anchor.node, event.token.begin);
     if (isMerge && isKnown && !anchor.isKey)
         mergeTargets[id] = anchor.node;
-    if (isMerge || !isKnown || !fits)
+    if (isMerge || anchor.isOpen || !fits)
         return;
-    const YamlTree::Origin origin = tree.originOf(anchor.node);
-    tree.setOrigin(id, origin.node == noNode ? YamlTree::Origin{anchor.node, anchor.isKey} : origin);
+    tree.setOrigin(id, originBehind(anchor));
     if (isCollectionAlias)
         copyBelow(anchor.node, id);
+}
+
+// What an alias of it shows: what that shows itself, where its value is an alias.
+YamlTree::Origin YamlBuilder::originBehind(const Anchor& anchor) const
+{
+    const YamlTree::Origin origin = anchor.isKey ? YamlTree::Origin() : tree.originOf(anchor.node);
+    return origin.node == noNode ? YamlTree::Origin{anchor.node, anchor.isKey} : origin;
 }
 
 // Whether an alias of it shows a text.
@@ -50,12 +59,11 @@ bool YamlBuilder::isTextBehind(const Anchor& anchor) const
 {
     if (anchor.node == noNode)
         return true;
-    const YamlTree::Origin origin = tree.originOf(anchor.node);
-    const NodeId id = origin.node == noNode ? anchor.node : origin.node;
-    const YamlNode& node = tree.node(id);
-    const bool isKey = origin.node == noNode ? anchor.isKey : origin.isKey;
-    const std::string_view spelled = isKey ? tree.text(node.key, node.keyEnd) : tree.readValueText(id);
-    if (node.isAlias || (!isKey && node.isTagged))
+    const YamlTree::Origin origin = originBehind(anchor);
+    const YamlNode& node = tree.node(origin.node);
+    const std::string_view spelled =
+        origin.isKey ? tree.text(node.key, node.keyEnd) : tree.readValueText(origin.node);
+    if (!origin.isKey && (node.isAlias || node.isTagged))
         return true;
     return node.tag == Type::Group && readYamlScalar(spelled, 0).type == Type::String;
 }

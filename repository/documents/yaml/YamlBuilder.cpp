@@ -252,7 +252,9 @@ void YamlBuilder::addScalar(const YamlEvent& event)
     if (event.tag.exists()) {
         const bool isLast = !event.anchor.exists() || event.anchor.begin < event.tag.begin;
         node.isTagged = typeOf(event.tag) == Type::Group || !isLast;
-        if (!node.isTagged)
+        if (node.isTagged)
+            node.tag = Type::Group; // a comment says nothing beside it
+        else
             node.value = offset(event.tag.begin);
     }
     lastEnd = node.valueEnd;

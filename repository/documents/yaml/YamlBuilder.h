@@ -72,6 +72,7 @@ private:
     std::vector<NodeId> mapsBehind(NodeId merge) const;
     std::vector<NodeId> membersOf(NodeId map, const std::vector<NodeId>& sources) const;
     void inherit(NodeId map);
+    YamlTree::Origin originBehind(const Anchor& anchor) const;
     bool isTextBehind(const Anchor& anchor) const;
     std::size_t sizeOf(NodeId id, std::size_t most) const;
     Type readTag(std::size_t begin) const;

@@ -50,7 +50,7 @@ Outcome YamlDocument::set(std::string_view path, const Value& value)
     // One of its own takes the place of all that has its key: the entries of a group, and repeated ones.
     const bool isOnlyOne =
         splitNumber(splitLast(path).last).number == 1 && file->find(joinNumber(path, 2)) == noNode;
-    if (file->tree.node(valueNode).isInherited && isOnlyOne)
+    if (file->tree.node(valueNode).isInherited && isOnlyOne && !file->tree.isInMerge(valueNode))
         return insert(path, value);
     YamlValues values(*file);
     if (value.type == Type::StringList && values.hasLinkedElements(valueNode))

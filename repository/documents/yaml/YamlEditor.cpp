@@ -228,6 +228,8 @@ Outcome YamlEditor::wrap(NodeId leaf, const YamlBranch& branch)
     const bool isOwnLine = skipYamlBlanks(text(), findYamlLine(text(), node.begin)) == node.begin;
     if (!isOneLine || (layout.isDocument(leaf) && !isOwnLine))
         return refused(Reason::tr("its value is written over several lines, below which no entry can go"));
+    if (node.tag != Type::Group && (!node.hasKey || isOwnLine))
+        return refused(Reason::tr("a comment above it tags its type, so that no entry can go below it"));
     if (isElement || layout.isDocument(leaf)) {
         const std::size_t indentation = value.empty() ? column + 2 : columnOfYaml(text(), node.begin);
         writer.writeMember(branch, indentation);
@@ -240,8 +242,13 @@ Outcome YamlEditor::wrap(NodeId leaf, const YamlBranch& branch)
             edit(node.begin, node.begin, own);
         } else {
             const std::size_t colon = text().find_last_not_of(" \t", node.begin - 1) + 1;
+            const std::string blanks(indentation, ' ');
+            const std::size_t line = findYamlLine(text(), layout.beginOf(leaf));
+            const std::size_t above = layout.tagAbove(leaf); // it goes along
+            const std::string tag(text().substr(above, line - above));
+            edit(above, line, {});
             edit(colon, node.begin,
-                 file.lineEnd + std::string(indentation, ' ') +
+                 file.lineEnd + (tag.empty() ? tag : blanks + tag.substr(skipYamlBlanks(tag, 0))) + blanks +
                      own.substr(0, own.size() - (value.empty() ? 1 : 0)));
         }
     }

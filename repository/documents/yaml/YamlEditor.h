@@ -89,7 +89,7 @@ private:
     void removeFlow(NodeId collection, std::size_t from, std::size_t count, bool withComments);
     void removeBlock(NodeId id, bool withComments);
     void removeLines(NodeId id, bool withComments);
-    void removeCompact(NodeId id);
+    void removeCompact(NodeId id, bool withComments);
     void empty(NodeId collection, bool withComments);
     std::string_view text() const { return tree.getOriginal(); }
 

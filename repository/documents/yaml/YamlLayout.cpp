@@ -23,6 +23,22 @@ std::size_t YamlLayout::tailOf(NodeId id) const
     return skipYamlTail(text(), endOf(id));
 }
 
+std::size_t YamlLayout::endWithComments(NodeId id) const
+{
+    const std::size_t column = columnOfYaml(text(), beginOf(id));
+    std::size_t end = tailOf(id);
+    for (std::size_t line = skipYamlLine(text(), end); line < text().size();
+         line = skipYamlLine(text(), line)) {
+        const std::size_t content = skipYamlBlanks(text(), line);
+        const bool isComment = content < text().size() && text()[content] == '#' && content - line > column;
+        if (isComment)
+            end = findYamlLineEnd(text(), content);
+        else if (content < text().size() && !isYamlBreak(text()[content]))
+            break;
+    }
+    return end;
+}
+
 bool YamlLayout::beginsLine(NodeId id) const
 {
     const std::size_t begin = beginOf(id);
@@ -64,7 +80,8 @@ std::size_t YamlLayout::tagAbove(NodeId id) const
 std::size_t YamlLayout::endOfBlock(NodeId collection) const
 {
     const std::size_t column = columnOf(collection);
-    std::size_t at = skipYamlLine(text(), skipYamlTail(text(), endOf(collection)));
+    const NodeId last = tree.lastOwn(collection);
+    std::size_t at = skipYamlLine(text(), last == noNode ? tailOf(collection) : endWithComments(last));
     while (column > 0 && at < text().size()) {
         const std::size_t content = skipYamlBlanks(text(), at);
         if (content == text().size() || text()[content] != '#' || content - at < column)
@@ -152,8 +169,8 @@ BracketItems YamlLayout::bracketsAround(NodeId item) const
 bool YamlLayout::hasComments(NodeId id) const
 {
     const YamlNode& node = tree.node(id);
-    if (node.parent != noNode && tree.node(node.parent).isFlow() &&
-        !bracketsAround(id).commentBehind(tree.positionOf(id)).empty())
+    const bool isFlow = node.parent != noNode && tree.node(node.parent).isFlow();
+    if (isFlow && !bracketsAround(id).commentBehind(tree.positionOf(id)).empty())
         return true;
     std::size_t at = beginOf(id);
     const auto skipTo = [&](std::size_t begin, std::size_t end) {
@@ -177,7 +194,8 @@ bool YamlLayout::hasComments(NodeId id) const
         for (NodeId child = tree.lastOwn(next); child != noNode; child = tree.node(child).previous)
             pending.push_back(child);
     }
-    return skipTo(tailOf(id), tailOf(id));
+    const std::size_t end = isFlow ? tailOf(id) : endWithComments(id);
+    return skipTo(end, end);
 }
 
 std::optional<Excerpt> YamlLayout::excerptOf(NodeId id) const
@@ -192,7 +210,10 @@ std::optional<Excerpt> YamlLayout::excerptOf(NodeId id) const
     Excerpt found;
     found.lineEnd = file.lineEnd;
     const std::size_t begin = isMember ? node.key : isFlow ? node.begin : beginOf(id);
-    (found.text = isElement && isFlow ? "- " : "") += tree.text(begin, node.valueEnd);
+    const std::size_t tail = tailOf(id);
+    const std::size_t below = isFlow ? tail : endWithComments(id);
+    (found.text = isElement && isFlow ? "- " : "") +=
+        tree.text(begin, below > tail ? below : std::size_t(node.valueEnd));
     found.names.emplace_back(0, isMember ? node.keyEnd - node.key : 1);
     const std::size_t line = findYamlLine(text(), begin);
     findLines(found);
@@ -207,7 +228,8 @@ std::optional<Excerpt> YamlLayout::excerptOf(NodeId id) const
     found.indentation = std::string(begin - line, ' ');
     if (beginsLine(id))
         found.above = text().substr(commentsAbove(id), line - commentsAbove(id));
-    found.after = text().substr(node.valueEnd, tailOf(id) - node.valueEnd);
+    if (below == tail)
+        found.after = text().substr(node.valueEnd, tail - node.valueEnd);
     found.after.resize(found.after.find_last_not_of(" \t") + 1);
     return found;
 }

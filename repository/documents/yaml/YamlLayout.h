@@ -23,6 +23,9 @@ public:
     std::size_t endOf(NodeId id) const { return tree.node(id).valueEnd; }
     std::size_t tailOf(NodeId id) const;
 
+    // After the comments below an entry in a block that are indented further than it; its tail without any.
+    std::size_t endWithComments(NodeId id) const;
+
     // Whether nothing is in front of an entry on its line.
     bool beginsLine(NodeId id) const;
 

@@ -10,10 +10,8 @@ Document::Origin YamlLinks::originOf(std::string_view path) const
     const NodeId id = tree.hasLinks() && !path.empty() ? file.find(path) : noNode;
     if (id == noNode)
         return Document::Origin::Own;
-    for (NodeId above = id; above != noNode; above = tree.node(above).parent) {
-        if (tree.node(above).isMerged)
-            return Document::Origin::Reference;
-    }
+    if (tree.isInMerge(id))
+        return Document::Origin::Reference;
     if (tree.node(id).isShared)
         return Document::Origin::Copy;
     return shownBy(id) == noNode ? Document::Origin::Own : Document::Origin::Alias;

@@ -43,9 +43,15 @@ TextMarks YamlDocument::getMarks() const
     const YamlTree& tree = file->tree;
     const YamlLayout layout(*file);
     TextMarks marks{tree.getOriginal(), {}, {}, "#", {}, true};
+    const auto endOf = [&](NodeId id) -> std::size_t { // where comments below it are in it
+        const NodeId parent = tree.node(id).parent;
+        const bool isInBlock = parent != noNode && tree.node(parent).style == YamlStyle::Block;
+        const std::size_t end = isInBlock ? layout.endWithComments(id) : 0;
+        return isInBlock && end > layout.tailOf(id) ? end : 0;
+    };
     walkEntries(*file, [&](const std::string& path, NodeId id, NodeId) {
         if (!tree.node(id).isShared && !path.empty())
-            marks.begins.push_back({path, layout.beginOf(id)});
+            marks.begins.push_back({path, layout.beginOf(id), endOf(id)});
     });
     const std::vector<Range> scalars = scalarsOf(tree);
     auto scalar = scalars.begin();

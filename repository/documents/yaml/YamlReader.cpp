@@ -15,17 +15,29 @@ namespace Repository::Documents {
 
 namespace {
 
+// Whether eight bytes are characters of ASCII that are no controls, or line feeds. The highest bit of each
+// byte tells, of sums that never reach the next one.
+bool arePlainOrBreaks(std::uint64_t eight)
+{
+    constexpr std::uint64_t ones = 0x0101010101010101U;
+    constexpr std::uint64_t highBits = 0x80 * ones;
+    constexpr std::uint64_t lowBits = ~highBits;
+    const std::uint64_t low = eight & lowBits;
+    const std::uint64_t difference = eight ^ ('\n' * ones);
+    const std::uint64_t others = ((difference & lowBits) + lowBits) | difference; // than line feeds
+    const std::uint64_t controls = ~(low + 0x60 * ones) & others;
+    const std::uint64_t deletes = low + ones;
+    return ((eight | controls | deletes) & highBits) == 0;
+}
+
 // The first byte that no text of YAML has; the library would take it for the end.
 std::optional<std::size_t> findForeignByte(std::string_view text)
 {
-    constexpr std::uint64_t highBits = 0x8080808080808080U;
-    constexpr std::uint64_t ones = 0x0101010101010101U;
     for (std::size_t at = 0; at < text.size();) {
         std::uint64_t eight = 0;
         if (at + sizeof eight <= text.size()) {
             std::memcpy(&eight, text.data() + at, sizeof eight);
-            const std::uint64_t controls = (eight - 0x20 * ones) | (eight + ones); // below 0x20, or 0x7F
-            if (((eight | controls) & highBits) == 0) {
+            if (arePlainOrBreaks(eight)) {
                 at += sizeof eight;
                 continue;
             }

@@ -8,6 +8,12 @@
 
 namespace Repository::Documents {
 
+namespace {
+
+constexpr auto npos = std::string_view::npos;
+
+} // namespace
+
 void YamlEditor::remove(NodeId id, bool withComments)
 {
     const NodeId parent = tree.node(id).parent;
@@ -34,6 +40,12 @@ void YamlEditor::removeElements(NodeId sequence, std::size_t from, std::size_t c
     }
     for (std::size_t i = from; i < from + count; ++i)
         removeBlock(tree.elementAt(sequence, i), false);
+    // A file whose last line had no end gets none.
+    const std::size_t tail = from == 0 ? npos : layout.tailOf(tree.elementAt(sequence, from - 1));
+    const std::size_t end = layout.tailOf(tree.elementAt(sequence, from + count - 1));
+    if (tail != npos && end == text().size() &&
+        skipYamlLine(text(), tail) == findYamlLine(text(), layout.beginOf(tree.elementAt(sequence, from))))
+        edit(tail, skipYamlLine(text(), tail), {});
 }
 
 void YamlEditor::removeFlow(NodeId collection, std::size_t from, std::size_t count, bool withComments)
@@ -51,21 +63,22 @@ void YamlEditor::removeBlock(NodeId id, bool withComments)
     if (layout.beginsLine(id))
         removeLines(id, withComments);
     else if (tree.node(id).next != noNode)
-        removeCompact(id);
+        removeCompact(id, withComments);
 }
 
 void YamlEditor::removeLines(NodeId id, bool withComments)
 {
     const std::size_t begin = withComments ? layout.commentsAbove(id) : layout.tagAbove(id);
-    edit(begin, skipYamlLine(text(), layout.tailOf(id)), {});
+    const std::size_t end = withComments ? layout.endWithComments(id) : layout.tailOf(id);
+    edit(begin, skipYamlLine(text(), end), {});
 }
 
 // An entry after the "-" of the element that it is in: the next one comes up to there.
-void YamlEditor::removeCompact(NodeId id)
+void YamlEditor::removeCompact(NodeId id, bool withComments)
 {
     const std::size_t begin = layout.beginOf(id);
     const std::size_t line = findYamlLine(text(), begin);
-    const std::size_t tail = layout.tailOf(id);
+    const std::size_t tail = withComments ? layout.endWithComments(id) : layout.tailOf(id);
     edit(layout.tagAbove(id), line, {});
     const std::size_t next = layout.beginOf(tree.node(id).next);
     if (hasYamlComment(text(), tail, next))
@@ -80,14 +93,15 @@ void YamlEditor::empty(NodeId collection, bool withComments)
     const YamlNode& node = tree.node(collection);
     const NodeId id = node.first;
     const std::string brackets = node.kind == YamlKind::Map ? "{}" : "[]";
+    const std::size_t end = withComments ? layout.endWithComments(id) : layout.tailOf(id);
     changed = place = collection;
     if (!layout.beginsLine(id)) {
         edit(layout.tagAbove(id), findYamlLine(text(), layout.beginOf(id)), {});
-        edit(layout.beginOf(id), layout.tailOf(id), brackets);
+        edit(layout.beginOf(id), end, brackets);
     } else if (layout.isDocument(collection)) {
         const std::size_t above = withComments ? layout.commentsAbove(id) : layout.tagAbove(id);
         edit(above, findYamlLine(text(), layout.beginOf(id)), {});
-        edit(layout.beginOf(id), layout.tailOf(id), brackets);
+        edit(layout.beginOf(id), end, brackets);
     } else {
         const std::size_t after = layout.afterIndicator(collection);
         edit(after, after, ' ' + brackets);
@@ -113,11 +127,11 @@ Outcome YamlEditor::moveElement(NodeId sequence, std::size_t from, std::size_t t
         return refused(Reason::tr("the first element is on the line of another one, behind its \"-\""));
     place = element;
     const std::size_t begin = layout.commentsAbove(element);
-    const std::size_t end = skipYamlLine(text(), layout.tailOf(element));
+    const std::size_t end = skipYamlLine(text(), layout.endWithComments(element));
     std::string lines(text().substr(begin, end - begin));
     lines += endsLine(lines) ? "" : file.lineEnd;
     const std::size_t at =
-        from < to ? skipYamlLine(text(), layout.tailOf(there)) : layout.commentsAbove(there);
+        from < to ? skipYamlLine(text(), layout.endWithComments(there)) : layout.commentsAbove(there);
     if (!endsLine(text().substr(0, at)))
         lines.insert(0, file.lineEnd).resize(lines.find_last_not_of("\r\n") + 1);
     edit(at, at, std::move(lines));

@@ -1,6 +1,7 @@
 #include "repository/documents/yaml/YamlTokens.h"
 #include "repository/documents/yaml/YamlTree.h"
 
+#include <algorithm>
 #include <utility>
 
 // The part of a tree that takes over what was read again. Distances of texts wrap around.
@@ -8,11 +9,9 @@ namespace Repository::Documents {
 
 namespace {
 
-// For all nodes after each edit: as narrow as the offsets, it takes a few instructions.
+// Those from one on; the key of a node without one has none.
 void shiftOffsets(YamlNode& node, std::uint32_t from, std::uint32_t by)
 {
-    if (node.valueEnd < from)
-        return;
     for (std::uint32_t* const offset : {&node.key, &node.keyEnd, &node.begin, &node.value, &node.valueEnd})
         *offset += *offset >= from ? by : 0;
 }
@@ -23,7 +22,7 @@ void YamlTree::replace(const Run& run, const YamlTree& from, const Run& part)
 {
     NodeId previous = nodes[run.first].previous;
     const bool wasFirst = previous == noNode;
-    const std::size_t column = columnOfYaml(original, nodes[run.collection].value);
+    const std::size_t column = columnOfYaml(original, node(run.collection).value);
     for (NodeId id = run.first; id != run.end;)
         drop(std::exchange(id, nodes[id].next));
     const std::string_view text = from.text(part.begin, part.textEnd);
@@ -35,7 +34,8 @@ void YamlTree::replace(const Run& run, const YamlTree& from, const Run& part)
         const bool isEmpty = part.first == part.end;
         const std::size_t begin = isEmpty ? run.begin + text.size() + column
                                           : from.node(part.collection).value + run.begin - part.begin;
-        nodes[run.collection].begin = nodes[run.collection].value = std::uint32_t(begin);
+        node(run.collection).begin = node(run.collection).value = std::uint32_t(begin);
+        forgetBounds(run.collection);
     }
     elements.erase(run.collection);
     settleEnds(run.collection);
@@ -69,9 +69,7 @@ NodeId YamlTree::graft(const YamlTree& from, NodeId id, NodeId parent, NodeId pr
         shiftOffsets(node, 0, by);
         return node;
     };
-    const NodeId top = allocate();
-    nodes[top] = copyOf(id, parent);
-    attach(top, previous);
+    const NodeId top = place(copyOf(id, parent), previous);
     std::string buffer;
     if (nodes[parent].isIndexed)
         indexes.at(parent).insert(HashIndex::hashOf(keyText(top, buffer), 1), top);
@@ -84,31 +82,85 @@ NodeId YamlTree::graft(const YamlTree& from, NodeId id, NodeId parent, NodeId pr
         const auto [source, target] = pending.back();
         pending.pop_back();
         for (NodeId child = from.node(source).first; child != noNode; child = from.node(child).next)
-            pending.emplace_back(child, read(copyOf(child, target)));
+            pending.emplace_back(child, place(copyOf(child, target), nodes[target].last));
         if (nodes[target].kind == YamlKind::Map)
             numberMembers(target);
     }
     return top;
 }
 
+NodeId YamlTree::place(const YamlNode& node, NodeId previous)
+{
+    const NodeId id = allocate();
+    forgetBounds(id);
+    nodes[id] = node;
+    attach(id, previous);
+    return id;
+}
+
 void YamlTree::shift(std::size_t from, std::uint32_t by)
 {
-    for (YamlNode& node : nodes)
-        shiftOffsets(node, std::uint32_t(from), by);
+    pages.resize(nodes.size() / pageSize + 1);
+    const auto first = std::uint32_t(from);
+    for (std::size_t number = 0; number < pages.size(); ++number) {
+        Page& page = pages[number];
+        if (page.most < first)
+            continue;
+        if (page.least >= first) {
+            page.least += by;
+            page.most += by;
+            page.by += by;
+            hasShifts = true;
+            continue;
+        }
+        settlePage(number);
+        page = {UINT32_MAX, 0, 0};
+        const std::size_t end = std::min((number + 1) * pageSize, nodes.size());
+        for (std::size_t id = number * pageSize; id < end; ++id) {
+            YamlNode& node = nodes[id];
+            shiftOffsets(node, first, by);
+            page.least = std::min({page.least, node.hasKey ? node.key : node.begin, node.begin});
+            page.most = std::max(page.most, node.valueEnd);
+        }
+    }
     for (auto& [node, offset] : aliases)
         offset += offset >= from ? std::size_t(std::int32_t(by)) : 0;
+}
+
+void YamlTree::settle(NodeId id)
+{
+    const std::size_t number = id / pageSize;
+    if (number < pages.size() && pages[number].by != 0)
+        settlePage(number);
+}
+
+void YamlTree::settlePage(std::size_t number)
+{
+    const std::uint32_t by = std::exchange(pages[number].by, 0);
+    const std::size_t end = std::min((number + 1) * pageSize, nodes.size());
+    for (std::size_t id = number * pageSize; by != 0 && id < end; ++id)
+        shiftOffsets(nodes[id], 1, by);
+}
+
+// Of a node that gets other offsets.
+void YamlTree::forgetBounds(NodeId id)
+{
+    settle(id);
+    if (id / pageSize < pages.size())
+        pages[id / pageSize] = Page();
 }
 
 // The ends of a block, and of those that end with it.
 void YamlTree::settleEnds(NodeId collection)
 {
     for (NodeId id = collection; id != noNode; id = nodes[id].parent) {
+        forgetBounds(id);
         YamlNode& node = nodes[id];
         if (node.style == YamlStyle::Stream) {
             node.valueEnd = std::uint32_t(original.size());
             return;
         }
-        node.valueEnd = nodes[lastOwn(id)].valueEnd;
+        node.valueEnd = this->node(lastOwn(id)).valueEnd;
         if (node.isSequence())
             node.kind = node.nonTexts == 0 ? YamlKind::List : YamlKind::Sequence;
         if (node.kind == YamlKind::List)

@@ -176,7 +176,8 @@ Outcome YamlDocument::insertBranch(std::string_view path, YamlBranch branch, std
     if (!place.isPath)
         return refused(
             Reason::tr("%1 is not a path: its parts between the dots must not be empty", {quoted(path)}));
-    if (place.missing.empty() && tree.node(place.node).isInherited) { // which gives way to one of its own
+    // What is inherited gives way to an entry of the map's own; not so in what another map merges.
+    if (place.missing.empty() && tree.node(place.node).isInherited && !tree.isInMerge(place.node)) {
         place.node = tree.node(place.node).parent;
         place.missing.push_back(splitLast(path).last);
     }

@@ -43,6 +43,7 @@ std::optional<YamlSubtrees::Piece> YamlSubtrees::read(const Excerpt& excerpt) co
     piece.isElement = root.isSequence();
     piece.isCollection = only.style == YamlStyle::Block && only.count > 0;
     piece.isBlock = piece.isCollection || only.isBlockScalar();
+    piece.hasBelow = hasYamlComment(whole.tree.getOriginal(), only.valueEnd, whole.tree.getOriginal().size());
     piece.value = piece.isElement ? 1 : excerpt.text.find(':', only.keyEnd - column) + 1;
     piece.content = only.begin - column;
     return root.isFlow() || piece.value == 0 || piece.content < piece.value ? std::nullopt
@@ -132,7 +133,7 @@ Outcome YamlSubtrees::insertItem(YamlEditor& editor, NodeId flow, std::size_t po
     const auto indentation = layout.itemIndentation(flow);
     const bool hasLines = hasYamlBreak(excerpt.text) || !excerpt.above.empty() || !excerpt.after.empty();
     const bool isNothing = piece.content == excerpt.text.size(); // some readers refuse a ":" beside a bracket
-    if (isNothing || piece.isBlock || (hasLines && !indentation))
+    if (isNothing || piece.isBlock || piece.hasBelow || (hasLines && !indentation))
         return noPlace();
     std::string item =
         textOf(excerpt, piece.value, key.empty() ? key : key + ':', indentation.value_or(std::string()));

@@ -31,6 +31,7 @@ private:
         bool isElement = false;
         bool isCollection = false; // its value is a block of entries
         bool isBlock = false;      // or a text that has no place between brackets either
+        bool hasBelow = false;     // comments below it
         std::size_t value = 0;     // after the ":" or "-"
         std::size_t content = 0;   // where the first token of the value begins
     };

@@ -29,7 +29,7 @@ void YamlTree::takeValue(NodeId id)
 
 std::string_view YamlTree::keyText(NodeId id, std::string& buffer) const
 {
-    const YamlNode& node = nodes[id];
+    const YamlNode& node = this->node(id);
     const std::string_view spelled = text(node.key, node.keyEnd);
     if (node.isNamePlain)
         return spelled;
@@ -47,7 +47,7 @@ std::string_view YamlTree::keyText(NodeId id, std::string& buffer) const
         return buffer;
     case YamlStyle::Literal:
     case YamlStyle::Folded:
-        buffer = decodeYamlBlock(spelled, columnOfYaml(original, nodes[node.parent].value));
+        buffer = decodeYamlBlock(spelled, columnOfYaml(original, this->node(node.parent).value));
         return buffer;
     default:
         break;
@@ -92,8 +92,15 @@ bool YamlTree::isLinked(NodeId id) const
 
 bool YamlTree::isMergeKey(NodeId id) const
 {
-    const YamlNode& node = nodes[id];
+    const YamlNode& node = this->node(id);
     return node.hasKey && node.keyStyle == YamlStyle::Plain && text(node.key, node.keyEnd) == "<<";
+}
+
+bool YamlTree::isInMerge(NodeId id) const
+{
+    while (id != noNode && !nodes[id].isMerged)
+        id = nodes[id].parent;
+    return id != noNode;
 }
 
 NodeId YamlTree::lastOwn(NodeId collection) const
@@ -165,7 +172,7 @@ void YamlTree::appendName(std::string& path, NodeId id, std::size_t position) co
     }
     std::string buffer;
     if (nodes[id].isNamePlain)
-        path += text(nodes[id].key, nodes[id].keyEnd);
+        path += text(node(id).key, node(id).keyEnd);
     else
         appendKey(path, keyText(id, buffer));
     appendNumber(path, ordinalOf(id));

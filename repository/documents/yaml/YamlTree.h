@@ -22,6 +22,14 @@ class YamlTree : public SyntaxTree<YamlNode, YamlPart, 1>
 public:
     explicit YamlTree(std::string text) : SyntaxTree(std::move(text)) {}
 
+    YamlNode& node(NodeId id)
+    {
+        if (hasShifts)
+            settle(id);
+        return nodes[id];
+    }
+    const YamlNode& node(NodeId id) const { return const_cast<YamlTree*>(this)->node(id); }
+
     std::string_view text(std::size_t begin, std::size_t end) const
     {
         return std::string_view(original).substr(begin, end - begin);
@@ -36,7 +44,7 @@ public:
 
     // The value as it is written now, and as it was read.
     std::string_view valueText(NodeId id) const;
-    std::string_view readValueText(NodeId id) const { return text(nodes[id].value, nodes[id].valueEnd); }
+    std::string_view readValueText(NodeId id) const { return text(node(id).value, node(id).valueEnd); }
     void restoreValue(NodeId id);
 
     // The only edited value, whose text is read again.
@@ -66,6 +74,9 @@ public:
 
     // Whether the key of a node is the one that merges maps into the one around it.
     bool isMergeKey(NodeId id) const;
+
+    // Whether it is what a map merges, or lies in that.
+    bool isInMerge(NodeId id) const;
 
     // The last child that is written in the collection.
     NodeId lastOwn(NodeId collection) const;
@@ -118,8 +129,23 @@ private:
     void numberMember(NodeId id, HashIndex* index);
     void drop(NodeId id);
     NodeId graft(const YamlTree& from, NodeId id, NodeId parent, NodeId previous, std::uint32_t by);
+    NodeId place(const YamlNode& node, NodeId previous);
     void shift(std::size_t from, std::uint32_t by);
     void settleEnds(NodeId collection);
+
+    // Nodes that follow each other in memory, and mostly in the text. Where all their offsets are shifted by
+    // the same, that is only noted, until one of the nodes is asked for.
+    struct Page
+    {
+        std::uint32_t least = 0; // of the offsets; not known before they are looked through
+        std::uint32_t most = UINT32_MAX;
+        std::uint32_t by = 0; // is still to be added to them
+    };
+    static constexpr std::size_t pageSize = 256;
+
+    void settle(NodeId id);
+    void settlePage(std::size_t number);
+    void forgetBounds(NodeId id);
 
     std::unordered_map<NodeId, Origin> origins;
     std::unordered_map<NodeId, std::vector<NodeId>> sharers; // of origins
@@ -129,6 +155,8 @@ private:
     std::unordered_map<NodeId, HashIndex> indexes;                    // of large maps
     mutable std::unordered_map<NodeId, std::vector<NodeId>> elements; // of sequences that were searched
     bool isDirected = false;
+    std::vector<Page> pages; // none before the first shift
+    bool hasShifts = false;
 };
 
 } // namespace Repository::Documents

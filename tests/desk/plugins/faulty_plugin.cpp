@@ -14,10 +14,12 @@
 
 // A plug-in that has the fault that its file is named after: HOW-WHERE.so, or HOW-WHERE-WHEN.so, where WHEN
 // is "desk" for one that goes well in a trial, "real" for one that goes well in a rehearsal too. A fault
-// "touch" only makes a file beside the plug-in's, to be seen to have come that far.
+// "touch" only makes a file beside the plug-in's, to be seen to have come that far. Its widgets keep the
+// events of which the host has told them in their property "events".
 
 using Shared::GuiContexts::ReaderInterface;
 using Utilities::ApplicationPlugins::ApplicationPlugin;
+using Utilities::ApplicationPlugins::ApplicationPluginController;
 using Utilities::ApplicationWidgets::ApplicationControlWidget;
 using Utilities::ApplicationWidgets::ApplicationMainWidget;
 using Utilities::ApplicationWidgets::ApplicationWidget;
@@ -84,6 +86,13 @@ public:
 private:
     void showEvent(QShowEvent*) override { reach("show"); }
     void paintEvent(QPaintEvent*) override { reach("paint"); }
+
+    void handleApplicationEvent(const ApplicationPluginController::ApplicationEvent& event) override
+    {
+        const QStringList before = this->property("events").toStringList();
+        this->setProperty("events", before + QStringList(QString::number(int(event))));
+        reach("event");
+    }
 };
 
 class FaultyApplication : public ApplicationPlugin

@@ -3,6 +3,7 @@
 #include "host/FrameworkCore/AppConfig/AttributePath.h"
 #include "host/Utilities/HostLog.h"
 #include "host/Utilities/ModelViews/AttributeTreeViewModel.h"
+#include "host/Utilities/ModelViews/ReadablePath.h"
 #include "host/Utilities/ModelViews/TextFile.h"
 #include "host/Utilities/ModelViews/subtrees/TransferWindow.h"
 #include "host/Utilities/RepositoryAccess.h"
@@ -66,8 +67,8 @@ bool exportTo(std::shared_ptr<RepositoryInterface> repository, const QString& fi
     if (!transfer)
         return refused(Texts::tr("this repository exports nothing"));
     QString fileError;
-    const Outcome outcome =
-        TransferWindow::run(Texts::tr("Exporting %1").arg(path), [&](TransferReport& running) {
+    const Outcome outcome = TransferWindow::run(
+        Texts::tr("Exporting %1").arg(readablePath(path, *repository)), [&](TransferReport& running) {
             QByteArray text;
             Outcome exported = transfer->exportTree(path, type, text, running);
             if (running.isCancelled())
@@ -158,7 +159,7 @@ bool AttributeTreeViewModelUtils::deleteAttributeTree(const QString& path) const
         return false;
     }
     return TransferWindow::run(
-               Texts::tr("Deleting %1").arg(path),
+               Texts::tr("Deleting %1").arg(readablePath(path, *repository)),
                [&](TransferReport&) {
                    const auto step = beginStep(
                        *repository, Texts::tr("Delete %1").arg(FrameworkCore::AppConfig::nameOf(path)));
@@ -176,7 +177,8 @@ bool AttributeTreeViewModelUtils::copyAttribute(const QString& source, const QSt
         logFailure(Texts::tr("'%1' is not copied: this repository copies nothing").arg(source));
         return false;
     }
-    return TransferWindow::run(Texts::tr("Copying %1 to %2").arg(source, target),
+    return TransferWindow::run(Texts::tr("Copying %1 to %2")
+                                   .arg(readablePath(source, *repository), readablePath(target, *repository)),
                                [&](TransferReport& running) {
                                    const auto step = beginStep(
                                        *repository,
@@ -195,7 +197,8 @@ bool AttributeTreeViewModelUtils::moveAttribute(const QString& source, const QSt
         return false;
     }
     return TransferWindow::run(
-               Texts::tr("Moving %1 to %2").arg(source, target),
+               Texts::tr("Moving %1 to %2")
+                   .arg(readablePath(source, *repository), readablePath(target, *repository)),
                [&](TransferReport&) {
                    const auto step = beginStep(
                        *repository, Texts::tr("Move %1").arg(FrameworkCore::AppConfig::nameOf(source)));

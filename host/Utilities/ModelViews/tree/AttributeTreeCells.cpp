@@ -2,7 +2,6 @@
 
 #include "host/FrameworkCore/AppConfig/AttributePath.h"
 #include "host/Utilities/ModelViews/AttributeValueText.h"
-#include "host/Utilities/ModelViews/ReadableName.h"
 #include "host/Utilities/ModelViews/ToolTipText.h"
 
 #include <QFont>
@@ -114,7 +113,8 @@ QSet<QString> AttributeTreeCells::rootsWithState() const
 
 QString AttributeTreeCells::readableName(const QString& name, const QString& path) const
 {
-    return name.contains(QLatin1Char('%')) && isOnDisk(path) ? decodedName(name) : name;
+    return name.contains(QLatin1Char('%')) && isOnDisk(path) ? FrameworkCore::AppConfig::decodedName(name)
+                                                             : name;
 }
 
 // Of a file or a folder; an entry of a file is in it.
