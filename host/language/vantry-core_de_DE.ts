@@ -1650,6 +1650,14 @@
         <source>%1 has no keys outside of a section</source>
         <translation>%1 hat keine Schlüssel außerhalb eines Abschnitts</translation>
     </message>
+    <message>
+        <source>%1 is read in lines of %2 bytes at most</source>
+        <translation>%1 wird in Zeilen von höchstens %2 Bytes gelesen</translation>
+    </message>
+    <message>
+        <source>MySQL does not take that for a name</source>
+        <translation>MySQL nimmt das nicht als Namen</translation>
+    </message>
 </context>
 <context>
     <name>Repository</name>

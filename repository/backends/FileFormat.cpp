@@ -24,6 +24,9 @@ constexpr std::string_view foreignEndings = "md rst tex py sh bash zsh js mjs ts
                                             "lua c h cc cpp cxx hpp go rs java kt cs php "
                                             "css scss html sql csv tsv log diff patch cmake mk gradle nix tf";
 
+// Files of these begin like one of assignments.
+constexpr std::string_view foreignNames = "makefile gnumakefile crontab";
+
 bool lists(std::string_view endings, std::string_view wanted)
 {
     for (std::size_t at = endings.find(wanted); at < endings.size(); at = endings.find(wanted, at + 1)) {
@@ -74,7 +77,7 @@ struct FileName
         certain = byName ? byName : findFormat(&Documents::Format::getCertainEndings, ending);
         if (!certain)
             likely = findFormat(&Documents::Format::getLikelyEndings, ending);
-        isForeign = !ending.empty() && lists(foreignEndings, ending);
+        isForeign = lists(ending.empty() ? foreignNames : foreignEndings, ending.empty() ? name : ending);
     }
 
     const std::string file;                     // its path

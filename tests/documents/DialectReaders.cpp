@@ -104,7 +104,7 @@ std::optional<Entries> git(const QString& file)
         const QString name = QString::fromUtf8(end < 0 ? row : row.left(end));
         const int first = name.indexOf(QLatin1Char('.'));
         const int last = name.lastIndexOf(QLatin1Char('.'));
-        QString path = name.left(first) + QLatin1Char('|');
+        QString path = first < 0 ? QString() : name.left(first) + QLatin1Char('|');
         if (last > first)
             path += name.mid(first + 1, last - first - 1) + QLatin1Char('|');
         entries[path + name.mid(last + 1)] +=

@@ -1,4 +1,5 @@
 #include "tests/documents/LineFileTables.h"
+#include "tests/support/Columns.h"
 #include "tests/support/TestRun.h"
 
 using namespace EntryLines;
@@ -44,6 +45,8 @@ private slots:
             "m = {}|m.skip = null|m.d = 1");
         row("ini:kde", "options", "[$i]\n[A][B.C][$i]\nk[$e]=$HOME\nl[de][$ie]=x\nm[$d]\nn\\x3do=1\n",
             "A = {}|A.B%2EC = {}|A.B%2EC.k = '$HOME'|A.B%2EC.l[de] = 'x'|A.B%2EC.m = null|A.B%2EC.n=o = 1");
+        row("ini:kde", "escapes in names", "[$Version]\nu=1\n[a\\x5bb\\\\]\na\\\\n\\\\\\\\=2\n",
+            "$Version = {}|$Version.u = 1|a[b\\ = {}|a[b\\.a%0A\\ = 2");
         row("ini:krb5", "directives",
             "include /a=b\n[plugins]\n\tmodule = m\nmodule=n\nmodule = o\n includedir c\n",
             "plugins = {}|plugins.module = 'm'|plugins.module[2] = 'n'|plugins.module[3] = "
@@ -119,6 +122,8 @@ private slots:
             "[P]\ne = E_ALL & ~E_NOTICE\n");
         row("ini:php", "quote that others leave open", "a = it's\nb = 1\n", "b", text("'c;d"),
             "it would close the quote that another value of the file leaves open");
+        row("ini:desktop", "semicolon in an item", "[Desktop Entry]\nKeywords=a;\n", "Desktop Entry.Keywords",
+            text("a;b\\;c\\d;"), "[Desktop Entry]\nKeywords=a;b\\;c\\\\d;\n");
         row("ini:mysql", "above a comment", "[m]\nk = a # c\n", "m.k", text("it's"),
             "[m]\nk = \"it's\" # c\n");
     }
@@ -149,13 +154,22 @@ private slots:
             "and hyphens");
         row("ini:git", "section with a blank", "", "a b.c", integer(1),
             "a section of git has letters, digits and hyphens only");
+        row("ini:git", "section that ends with a blank", "", "a .c", integer(1),
+            "a section of git has letters, digits and hyphens only");
         row("ini:git", "behind a section of one line", "[a] b = 1", "a.c", integer(2), "[a] b = 1\nc = 2\n");
         row("ini:git", "second value", "[a]\n\tb = 1\n", "a.b[2]", integer(2), "[a]\n\tb = 1\n\tb = 2\n");
         row("ini:mysql", "other dash", "[m]\nmax_size=1\n", "m.max-size", integer(2),
             "a MySQL option file has \"max_size\" there, which its program takes for the same key");
+        row("ini:mysql", "quote in a key", "[m]\n", "m.a\"b", text("c#d"),
+            "a MySQL option file cannot hold the key \"a\"b\": MySQL does not take that for a name");
         row("ini:samba", "other blanks", "[g]\n  work group = a\n", "g.WorkGroup", text("b"),
             "a Samba configuration has \"work group\" there, which its program takes for the same key");
         row("ini:kde", "groups", "[a]\nx=1\n", "b.c.k=l", text("v"), "[a]\nx=1\n\n[b][c]\nk\\x3dl=v\n");
+        row("ini:kde", "brackets and backslashes", "[a]\n", "b[x].a[b\\[de]", integer(1),
+            "[a]\n\n[b\\x5bx\\x5d]\na\\x5bb\\\\\\\\[de]=1\n");
+        row("ini:kde", "byte-order mark", "[a]\n", "a.k", text("\xEF\xBB\xBFx"),
+            "a KConfig file would read \"\xEF\xBB\xBFx\" back as \"x\"");
+        row("ini:kde", "option as a group", "[a]\n", "b.$i.k", integer(1), "[a]\n\n[b][\\x24i]\nk=1\n");
         row("ini:kde", "behind an option", "[a]\nx[$e]=1\n", "a.k", integer(2), "[a]\nx[$e]=1\nk=2\n");
         row("ini:desktop", "mark", "[Desktop Entry]\nName=x\n", "Desktop Entry.d",
             {Type::Date, std::string("2024-02-29")}, "[Desktop Entry]\nName=x\n# @type date\nd=2024-02-29\n");
@@ -176,6 +190,14 @@ private slots:
             "a Kerberos profile has groups in braces only within a section, and there is no \"r\"");
         row("ini:python", "below lines that go on", "[a]\nk =\n  x\n  y\n", "a.l", text("1\n2"),
             "[a]\nk =\n  x\n  y\nl = 1\n  2\n");
+        row("ini:python", "star", "[mypy]\n", "mypy-a.%2A.k", integer(1), "[mypy]\n\n[mypy-a.*]\nk = 1\n");
+        row("ini:python", "codes", "", "50%25%2Ed.k", integer(1), "[50%25%2Ed]\nk = 1\n");
+        row("ini:mysql", "last byte that is a blank", "[m]\n", "m.k", text("a\xC3\xA0"),
+            "[m]\nk = \"a\xC3\xA0\"\n");
+        row("ini:krb5", "long line", "[r]\n", "r.k", text(std::string(2046, 'x')),
+            "a Kerberos profile is read in lines of 2046 bytes at most");
+        row("txt:properties", "star and percent", "a.b: 1\n", "a.%2A.50%25", integer(2),
+            "a.b: 1\na.*.50%: 2\n");
         row("txt:properties", "key", "a.b: 1\n", "a.c=d e", text("f"), "a.b: 1\na.c\\=d\\ e: f\n");
         row("ini:editorconfig", "glob", "root = true\n", "[%2A%2Ec].k", integer(1),
             "root = true\n\n[[*.c]]\nk = 1\n");
@@ -187,14 +209,34 @@ private slots:
         LineFileTables(type).checkInserting();
     }
 
+    void refusesNames_data()
+    {
+        const auto row = TestSupport::columns<QByteArray, QByteArray, QByteArray>("type", "name", "reason");
+        row("option of the key", "ini:krb5", "c%2A", "it would be read otherwise");
+        row("no component", "ini:kde", "k[0]", "\"k[0]\" is not how a key is written in a path");
+    }
+
+    void refusesNames()
+    {
+        QFETCH(QByteArray, type);
+        QFETCH(QByteArray, name);
+        QFETCH(QByteArray, reason);
+        const std::string text = "[s]\nk=1\n";
+        const auto document = Repository::Documents::makeDocument(type.toStdString());
+        QVERIFY(document->parse(text).ok());
+        const auto outcome = document->rename("s.k", name.toStdString());
+        QVERIFY(outcome && outcome->error.find(reason.toStdString()) != std::string::npos);
+        QCOMPARE(document->getBytes(), text);
+    }
+
     void removes_data()
     {
         QTest::addColumn<QByteArray>("type");
         LineFileTables::addRemovalColumns();
         const auto row = [](const char* type, const char* name, const QByteArray& file, const char* path,
-                            const QByteArray& after) {
+                            const QByteArray& after, bool moves = false) {
             QTest::addRow("%s: %s", type, name)
-                << QByteArray(type) << file << QByteArray(path) << false << after;
+                << QByteArray(type) << file << QByteArray(path) << moves << after;
         };
         row("ini:git", "in the line of the section", "[a] b = 1\n\tc = 2\n", "a.b", "[a] \n\tc = 2\n");
         row("ini:git", "section of one line", "[a] b = 1\n[c] d = 2\n", "a", "[c] d = 2\n");
@@ -202,6 +244,8 @@ private slots:
             "[U]\nb=3\n");
         row("ini:krb5", "group", "[r]\n# A\nA = {\n k = {\n }\n}\nB = {\n}\nA = {\n k = 1\n}\n", "r.A",
             "[r]\n# A\nB = {\n}\n");
+        row("ini:krb5", "first of its name in a group", "[r]\nA = {\n k = 1\n k = 2\n}\n", "r.A.k",
+            "[r]\nA = {\n k = 2\n}\n", true);
         row("ini:krb5", "last of a group", "[r]\nA = {\n k = 1\n}\n", "r.A.k", "[r]\nA = {\n}\n");
         row("txt:properties", "with its lines", "a=1\\\n#2\nb=3\n", "a", "b=3\n");
     }

@@ -101,8 +101,8 @@ constexpr Nasty nastyTexts[] = {
     {"all", "\\;#%\"='"},
 };
 
-constexpr const char* nastyNames[] = {"a b", "a\"b", "a[b]", "a[b", "a(b", "a$b",
-                                      "yes", "Null", "1a",   "a_b", "a#b", "\xC3\xA4"};
+constexpr const char* nastyNames[] = {"a b", "a\"b", "a[b]",     "a[b", "a(b", "a$b", "yes",  "Null", "1a",
+                                      "a_b", "a#b",  "\xC3\xA4", "a*",  "a ",  "*",   "a\\b", "a;b",  "50%"};
 
 QString textOf(const Value& value)
 {
@@ -300,7 +300,7 @@ private slots:
         }
     }
 
-    // The program still reads the file after Vantry has added or renamed a key or a section.
+    // The program reads the names that Vantry has given to new or renamed keys and sections.
     void namesWhatTheProgramReads_data() { writesWhatTheProgramReads_data(); }
 
     void namesWhatTheProgramReads()
@@ -322,6 +322,10 @@ private slots:
             const QString last =
                 QStringLiteral("s%1|%2").arg(std::size(nastyNames)).arg(QLatin1String(row.key));
             QVERIFY2(read && read->contains(last), (what + (":\n" + document->getBytes())).c_str());
+            const Entries ours = entriesOf(*document, row);
+            if (row.tellsEachValue)
+                QCOMPARE((row.isFolded ? folded(ours) : ours).keys(),
+                         (row.isFolded ? folded(*read) : *read).keys());
         };
         check("keys", [](Document& document, const std::string& section, const std::string& name) {
             document.insert(joinPath(section, name), EntryLines::text("x"));

@@ -34,7 +34,7 @@ private slots:
         row("keys need encoding", "a.b=1\n*=2\n=3\n@k=4\nk[7]=5\nName[de]=6\n50%=7\n",
             "a%2Eb = 1|%2A = 2|%00 = 3|%40k = 4|k[7%5D = 5|Name[de] = 6|50%25 = 7");
         row("sections stand encoded", "[a%2Eb]\n[*]\n[50%]\n[x..y]\n[]\n[n[2]]\n",
-            "a%2Eb = {}|%2A = {}|50% = {}|x = {}|x.%00 = {}|x.%00.y = {}|%00 = {}|n[2%5D = {}");
+            "a%2Eb = {}|%2A = {}|50%25 = {}|x = {}|x.%00 = {}|x.%00.y = {}|%00 = {}|n[2%5D = {}");
         row("names with brackets", "[A][B]\n[Q_[C]_E]\n[s] ; said [so]\n[t]#c\n",
             "A][B = {}|Q_[C]_E = {}|s = {}|t = {}");
         row("duplicate keys", "k=1\nk=2\nK=3\n[k]\nk=4\nk=5\n", "k = 1|k[2] = 2|K = 3|k.k = 4|k.k[2] = 5");

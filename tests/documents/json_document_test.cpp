@@ -42,7 +42,7 @@ private slots:
         row("escapes", "{\"a\\u0062\":\"\\\"\\\\\\/\\b\\f\\n\\r\\t\\u00e9\\ud83d\\ude00\"}",
             "ab = '\"\\/\b\f\\n\r\t\xC3\xA9\xF0\x9F\x98\x80'");
         row("half pairs", "[\"\\ud83dx\",\"\\ude00\",\"\\ud83d\\u0041\"]",
-            " = ['\xEF\xBF\xBDx','\xEF\xBF\xBD','\xEF\xBF\xBD"
+            " = ['\xED\xA0\xBDx','\xED\xB8\x80','\xED\xA0\xBD"
             "A']");
         row("keys", "{\"\":1,\"a.b\":2,\"#c\":3,\"d[2]\":4,\"\\u0000\":5}",
             "%00 = 1\na%2Eb = 2\n%23c = 3\nd[2%5D = 4\n%00%00 = 5");

@@ -45,7 +45,7 @@ private slots:
             "a = true|b = -5|c = '05'|d = 18446744073709551615u|e = 1.5d|f = ''|g = '5'|h = ' x '|i = '\"'");
         row("encoded as it stands", "a%2Eb.c=1\nlexer.*.m3=2\n.level=3\nk[2]=4\na% = 5\n@x=6\n",
             "a%2Eb = {}|a%2Eb.c = 1|lexer = {}|lexer.%2A = {}|lexer.%2A.m3 = 2|%00 = {}|%00.level = 3|"
-            "k[2%5D = 4|a% = 5|%40x = 6");
+            "k[2%5D = 4|a%25 = 5|%40x = 6");
         row("escaped keys", "a\\=b = 1\na\\:b.c\\ d=2\nHKEY\\Soft\\\\x=3\n\\!a = 4\n",
             "a=b = 1|a:b = {}|a:b.c d = 2|HKEY\\Soft\\x = 3|!a = 4");
         row("no comment behind a value", "a = b # c\nd = e ; f\n", "a = 'b # c'|d = 'e ; f'");

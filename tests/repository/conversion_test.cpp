@@ -200,6 +200,18 @@ private slots:
         }
     }
 
+    // Half of a pair of surrogates, for which most formats have no form.
+    void keepsHalfACharacterOrRefusesIt()
+    {
+        const QString fileName =
+            TestSupport::writeFile(fileOf("in"), "{\"a\":{\"b\":\"x\\ud800\",\"\\udc00\":1}}");
+        for (const std::string& to : Repository::Documents::getDocumentTypes()) {
+            QString reason;
+            convert(QStringLiteral("json"), fileName, QString::fromStdString(to), reason);
+            QVERIFY2(reason.isEmpty(), qPrintable(QString::fromStdString(to) + QLatin1String(": ") + reason));
+        }
+    }
+
     void comesBackFromRealFiles_data()
     {
         const auto row = TestSupport::columns<QString, QStringList, QString>("from", "names", "to");

@@ -97,6 +97,14 @@ private slots:
         row("a.conf", "# c\nflag\nk = {\nl = 1\n", "ini");
         row("a.conf", "# c\nflag\n[a]\nk {\n", "ini");
         row("a.conf", "# c\n", "ini");
+        row("a.conf", "a = {\n  b = 1\n}\n", "");
+        row("a.conf", "$Owner root\nmodule(load=\"imuxsock\")\n*.* /var/log/all\n", "");
+        row("a.conf", "fastcgi_pass x;\nfastcgi_index y;\ntry_files $a =404;\n", "");
+        row("a.conf", "domain-needed\nbogus-priv\nno hosts\nserver=1.1.1.1\n", "ini");
+        row("a.cfg", "title: a b\nflag x\nk = 1\n", "ini");
+        row("Makefile", "CC = gcc\nCFLAGS = -O2\n", "");
+        row("crontab", "SHELL=/bin/sh\n", "");
+        row("jobs", "SHELL=/bin/sh\n17 4 * * * root A=b run\n", "");
         row("a.desktop", "k=1", "ini:desktop");
         row("a.nmconnection", "[wifi]\nssid=a\\sb\n", "ini:keyfile");
         row("my.cnf", "k=1", "ini:mysql");

@@ -99,12 +99,16 @@ void appendKey(std::string& out, std::string_view key)
 std::string encodePath(std::string_view name)
 {
     return mapPath(name, [](std::string_view part) {
-        std::string component = encodeKey(part);
-        // "%25" is what encoding makes of "%", and of nothing else.
-        for (std::size_t at = component.find("%25"); at != std::string::npos;
-             at = component.find("%25", at + 1))
-            component.erase(at + 1, 2);
-        return component;
+        const bool isComponent = part.find('%') != std::string_view::npos && decodeKey(part);
+        return isComponent ? std::string(part) : encodeKey(part);
+    });
+}
+
+std::string decodePath(std::string_view path)
+{
+    return mapPath(path, [](std::string_view component) {
+        const std::optional<std::string> key = decodeKey(component);
+        return key && encodePath(*key) == component ? *key : std::string(component);
     });
 }
 

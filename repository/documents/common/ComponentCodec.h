@@ -18,9 +18,12 @@ void appendKey(std::string& path, std::string_view key);
 // A cheap test that holds for nearly all keys that need no encoding, and for no other.
 bool isPlainKey(std::string_view key);
 
-// The path of a name that is itself a dotted path: its parts are taken as they are, "%" included, where a
-// path can hold them.
+// The path of a name that is itself a dotted path, of which a part that is a component already, codes
+// included, is taken as it is.
 std::string encodePath(std::string_view name);
+
+// The plainest name of which encodePath makes the path.
+std::string decodePath(std::string_view path);
 
 // The inverse of encodeKey; nothing for what it never gives.
 std::optional<std::string> decodeKey(std::string_view component);

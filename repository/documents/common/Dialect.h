@@ -38,6 +38,10 @@ struct Spelling
     // Null where it takes all that a line can hold.
     std::string (*explainKey)(std::string_view key) = nullptr;
     std::string (*explainSection)(std::string_view name) = nullptr;
+
+    // A section in a chain of them as it is meant, and how it is spelled. Null where it is spelled as it is.
+    std::string (*readGroup)(std::string_view spelled) = nullptr;
+    std::string (*writeGroup)(std::string_view name) = nullptr;
 };
 
 // How one program reads its files of lines: a row of the table of dialects. Sets of characters are texts;
@@ -92,6 +96,7 @@ struct Dialect
     bool hasKeyMarks = false;          // key[$e] has options of the key behind it
     bool hasBraces = false;            // "name = {" and "}" enclose a group; a "*" after a name is an option
     bool blanksSeparate = false;       // a key from its value
+    std::size_t longestLine = 0; // in bytes, of which its program reads longer ones as several; 0 for any
     BareKeys bareKeys = BareKeys::Null;
     std::string_view separator = "=";   // of a file that shows none
     std::string_view indent;            // of its entries

@@ -95,6 +95,18 @@ std::string_view LineDialect::commentAfter(const Statement& line) const
     return isComment(after) ? after : std::string_view();
 }
 
+std::string LineDialect::explainLength(std::string_view text) const
+{
+    for (std::size_t at = 0; dialect.longestLine > 0 && at < text.size();) {
+        const TextLine line = textLineAt(text, at);
+        if (line.content.size() > dialect.longestLine)
+            return Reason::tr("%1 is read in lines of %2 bytes at most",
+                              {fileNoun(), std::to_string(dialect.longestLine)});
+        at = line.end;
+    }
+    return {};
+}
+
 char LineDialect::commentSign() const
 {
     constexpr char usual = '#';

@@ -45,6 +45,9 @@ public:
     // one.
     std::string_view commentAfter(const Statement& line) const;
 
+    // Why the program reads a line of the text otherwise; empty when it does not.
+    std::string explainLength(std::string_view text) const;
+
     // What a new comment begins with, and whether it may follow a value.
     char commentSign() const;
     bool hasCommentsAfter() const { return !dialect.commentsAfter.empty(); }
@@ -77,9 +80,6 @@ public:
 
     // True when an entry below that of the text would be read as part of its value.
     virtual bool runsOn(std::string_view /*text*/) const { return false; }
-
-    // Whether "\r" and "\n" of two lines are kept from becoming one line end when what was between them goes.
-    virtual bool keepsLineEndsApart() const = 0;
 
 protected:
     const Dialect& dialect;

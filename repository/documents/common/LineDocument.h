@@ -48,6 +48,9 @@ protected:
     // Of all entries with a value, under the paths that the change gives them; without those that get none.
     std::uint64_t hashOf(const std::function<std::string(std::string_view)>& change) const;
 
+    // The path of an entry when another one has gone: later siblings of its name move up.
+    static std::string pathWithout(std::string_view gone, std::string_view path);
+
     // Where the path of a node, or as a key the last component of it, is in a statement.
     struct NamePlace
     {

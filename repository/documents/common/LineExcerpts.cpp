@@ -130,12 +130,24 @@ std::vector<LineDocument::Part> LineDocument::partsOf(std::uint32_t node) const
     return parts;
 }
 
+std::string LineDocument::pathWithout(std::string_view gone, std::string_view path)
+{
+    const NumberedPath numbered = numberedPath(gone);
+    const std::size_t end = std::min(path.find('.', numbered.first.size()), path.size());
+    const NumberedPath other = numberedPath(path.substr(0, end));
+    const bool movesUp = other.first == numbered.first && other.number > numbered.number;
+    return movesUp ? joinNumber(other.first, other.number - 1) + std::string(path.substr(end))
+                   : std::string(path);
+}
+
 std::optional<Outcome> LineDocument::rename(std::string_view path, std::string_view name)
 {
     const LineIndex& index = file->index;
     const std::uint32_t id = index.find(path);
     if (id == none || id == LineIndex::root || splitNumber(name).number > 1)
         return std::nullopt;
+    if (!decodeKey(name))
+        return refused(Reason::tr("%1 is not how a key is written in a path", {quoted(name)}));
     const std::string renamed = joinPath(splitLast(path).parent, name);
     if (index.find(renamed) != none)
         return refused(Reason::tr("there is already an entry %1", {quoted(renamed)}));
@@ -145,15 +157,9 @@ std::optional<Outcome> LineDocument::rename(std::string_view path, std::string_v
         return renameAll(id, path, name);
     // What begins a group may decide how all of the file is read, and later siblings of the same name move
     // up.
-    const NumberedPath numbered = numberedPath(path);
     const auto afterwards = [&](std::string_view entry) {
-        if (isAtOrBelow(entry, path))
-            return renamed + std::string(entry.substr(path.size()));
-        const std::size_t end = std::min(entry.find('.', numbered.first.size()), entry.size());
-        const NumberedPath other = numberedPath(entry.substr(0, end));
-        const bool movesUp = other.first == numbered.first && other.number > numbered.number;
-        return movesUp ? joinNumber(other.first, other.number - 1) + std::string(entry.substr(end))
-                       : std::string(entry);
+        return isAtOrBelow(entry, path) ? renamed + std::string(entry.substr(path.size()))
+                                        : pathWithout(path, entry);
     };
     const std::string before = getBytes();
     const std::uint64_t wanted = hashOf(afterwards);
@@ -180,9 +186,9 @@ Outcome LineDocument::renameAll(std::uint32_t node, std::string_view path, std::
         const std::optional<NamePlace> place = nameIn(node, depth, piece);
         if (!place)
             continue;
-        std::string text(line.text.substr(0, place->last));
-        text += spellComponent(name, line, *place);
-        text += line.text.substr(place->end);
+        const std::string spelled = spellComponent(name, line, *place);
+        std::string text(line.text);
+        text.replace(place->last, place->end - place->last, spelled);
         std::string reason = file->findRefusal(text);
         if (reason.empty())
             reason = file->explainName(text);
@@ -190,8 +196,8 @@ Outcome LineDocument::renameAll(std::uint32_t node, std::string_view path, std::
             const auto now = file->getDialect().scanEntry(text);
             const bool isSame = now && now->value() == line.value() && now->tag == line.tag &&
                                 now->separator() == line.separator() && now->continued == line.continued &&
-                                text.compare(0, place->last, line.text, 0, place->last) == 0 &&
-                                now->keyBegin == line.keyBegin;
+                                now->keyBegin == line.keyBegin &&
+                                now->keyEnd == line.keyEnd + spelled.size() - (place->end - place->last);
             reason =
                 isSame ? file->explainOverwriting(piece, text) : Reason::tr("it would be read otherwise");
         }

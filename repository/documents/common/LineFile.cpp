@@ -107,11 +107,12 @@ void LineFile::restoreOrder()
         index.moveToEnd(id);
 }
 
-// The last line of the file may lack its end until another comes after it.
+// The last line of the file may lack its end until another comes after it, and "\r" and "\n" of two lines are
+// no line end together.
 bool LineFile::needsLineEnd(std::string_view above, std::string_view next) const
 {
     const bool merges = !above.empty() && above.back() == '\r' && next.front() == '\n';
-    return !endsLine(above) || (merges && getDialect().keepsLineEndsApart());
+    return !endsLine(above) || merges;
 }
 
 std::string LineFile::getBytes() const
@@ -230,7 +231,7 @@ std::string LineFile::findRefusal(std::string_view text) const
     if (reason.empty() && style.isLatin1 && !FrameworkCore::Values::isAscii(text) && !isLatin1(text))
         reason = Reason::tr(
             "the file is ISO-8859-1; in a path, the bytes of a name of it are percent-encoded, as in %F6");
-    return reason;
+    return reason.empty() ? getDialect().explainLength(text) : reason;
 }
 
 std::string LineFile::explainOverwriting(std::uint32_t id, std::string_view text) const

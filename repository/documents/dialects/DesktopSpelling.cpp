@@ -51,6 +51,8 @@ Spelling::Reading read(std::string_view spelled, bool isKde)
                 reading.text += letter;
         }
     }
+    if (isKde && startsWith(reading.text, utf8ByteOrderMark)) // QString does not take it for a character
+        reading.text.erase(0, utf8ByteOrderMark.size());
     return reading;
 }
 
@@ -72,9 +74,15 @@ bool hasItemMarks(std::string_view spelled, bool isKde)
     return false;
 }
 
+bool endsItem(std::string_view text)
+{
+    return !text.empty() && text.back() == ';' && !endsEscaped(text, text.size() - 1);
+}
+
 std::vector<std::string> write(std::string_view text, std::string_view before, bool isKde)
 {
-    const bool isList = hasItemMarks(before, isKde);
+    const bool isList =
+        hasItemMarks(before, isKde) || (endsItem(text) && (before.empty() || endsItem(before)));
     std::string spelled;
     for (std::size_t at = 0; at < text.size(); ++at) {
         const char c = text[at];
@@ -91,13 +99,28 @@ std::vector<std::string> write(std::string_view text, std::string_view before, b
     return {spelled};
 }
 
-// Separator and brackets have a meaning in a key.
-std::string writeKey(std::string_view key)
+bool isLocaleCharacter(char c)
+{
+    return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') ||
+           std::string_view("-_.@").find(c) != std::string_view::npos;
+}
+
+// Where the brackets around a language begin with which a key ends, as in "Name[de]"; its end without them.
+std::size_t findLanguage(std::string_view key)
+{
+    const std::size_t bracket = key.rfind('[');
+    const bool isLanguage = bracket != std::string_view::npos && bracket > 0 && key.back() == ']' &&
+                            std::all_of(key.begin() + bracket + 1, key.end() - 1, isLocaleCharacter);
+    return isLanguage ? bracket : key.size();
+}
+
+// As a value, with characters in hex that have a meaning in the name of a key or a section.
+std::string writeName(std::string_view name, std::string_view meaningful)
 {
     std::string spelled;
-    const std::string asValue = write(key, {}, true).front();
+    const std::string asValue = write(name, {}, true).front();
     for (const char c : asValue) {
-        if (c == '=' || c == '#')
+        if (meaningful.find(c) != std::string_view::npos)
             appendHex(spelled += "\\x", static_cast<unsigned char>(c), 2);
         else
             spelled += c;
@@ -105,21 +128,42 @@ std::string writeKey(std::string_view key)
     return spelled;
 }
 
-bool isLocaleCharacter(char c)
+// KConfig takes the escapes of a key away twice.
+std::string readKey(std::string_view spelled)
 {
-    return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') ||
-           std::string_view("-_.@").find(c) != std::string_view::npos;
+    return read(read(spelled, true).text, true).text;
+}
+
+std::string writeKey(std::string_view key)
+{
+    const std::size_t language = findLanguage(key);
+    const std::size_t end = key.substr(language) == "[]" ? key.size() : language;
+    const std::string once = writeName(key.substr(0, end), "=#[]");
+    std::string spelled;
+    for (std::size_t at = 0; at < once.size(); ++at) {
+        const bool isBackslash = once.compare(at, 2, "\\\\") == 0;
+        spelled += isBackslash ? "\\\\\\\\" : once.substr(at, 1);
+        at += isBackslash ? 1 : 0;
+    }
+    return spelled.append(key.substr(end));
+}
+
+std::string readGroup(std::string_view spelled)
+{
+    return read(spelled, true).text;
+}
+
+// A "$i" alone is an option of the section.
+std::string writeGroup(std::string_view name)
+{
+    return writeName(name, name == "$i" ? "$" : "[]");
 }
 
 std::string explainKey(std::string_view key)
 {
-    const std::size_t bracket = key.find_first_of("[]");
-    if (bracket == std::string_view::npos)
-        return {};
-    const std::string_view locale = key.substr(bracket + 1, key.size() - std::min(key.size(), bracket + 2));
-    const bool isLocale = bracket > 0 && key[bracket] == '[' && key.back() == ']' &&
-                          std::all_of(locale.begin(), locale.end(), isLocaleCharacter);
-    return isLocale ? std::string() : Reason::tr("brackets in a key are for a language, as in \"Name[de]\"");
+    return key.substr(0, findLanguage(key)).find_first_of("[]") == std::string_view::npos
+               ? std::string()
+               : Reason::tr("brackets in a key are for a language, as in \"Name[de]\"");
 }
 
 std::string explainSection(std::string_view name)
@@ -142,7 +186,13 @@ const Spelling desktopSpelling{
 
 const Spelling kdeSpelling{
     [](std::string_view spelled) { return read(spelled, true); },
-    [](std::string_view text, std::string_view before) { return write(text, before, true); }, nullptr,
-    [](std::string_view spelled) { return read(spelled, true).text; }, writeKey};
+    [](std::string_view text, std::string_view before) { return write(text, before, true); },
+    nullptr,
+    readKey,
+    writeKey,
+    nullptr,
+    nullptr,
+    readGroup,
+    writeGroup};
 
 } // namespace Repository::Documents

@@ -124,6 +124,7 @@ Dialect mysql()
     row.skipped = "!";
     row.commentsAfter = "#";
     row.quotes = "\"'";
+    row.longestLine = 4094;
     row.separator = " = ";
     row.spelling = &mysqlSpelling;
     return row;
@@ -181,6 +182,7 @@ Dialect krb5()
     row.directives = "include includedir module";
     row.needsSections = true;
     row.hasBraces = true;
+    row.longestLine = 2046;
     row.separator = " = ";
     row.indent = "    ";
     row.spelling = &krb5Spelling;

@@ -67,10 +67,12 @@ std::string explainKey(std::string_view key)
     return isKey ? std::string() : Reason::tr("a key of git is a letter, then letters, digits and hyphens");
 }
 
-// What is in quotes may be anything.
+// What is in quotes may be anything, and blanks come before it only.
 std::string explainSection(std::string_view name)
 {
-    const std::string_view section = trimBlanks(name.substr(0, name.find('"')));
+    const std::size_t quote = name.find('"');
+    const std::string_view section =
+        quote == std::string_view::npos ? name : trimBlanks(name.substr(0, quote));
     const bool isSection = !section.empty() && std::all_of(section.begin(), section.end(), [](char c) {
         return isNameCharacter(c) || c == '.';
     });

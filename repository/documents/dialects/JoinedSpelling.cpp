@@ -1,6 +1,7 @@
 #include "repository/documents/dialects/JoinedSpelling.h"
 
 #include "repository/documents/common/TextLine.h"
+#include "repository/documents/dialects/Brackets.h"
 
 #include <algorithm>
 #include <functional>
@@ -148,7 +149,7 @@ std::string explainPython(std::string_view text)
 } // namespace
 
 const Spelling systemdSpelling{readSystemd, writePlain};
-const Spelling sambaSpelling{readSamba, writePlain};
+const Spelling sambaSpelling{readSamba, writePlain, nullptr, nullptr, nullptr, nullptr, explainBracket};
 const Spelling pythonSpelling{readPython, writePython, explainPython};
 const Spelling plainSpelling{readPlain, writePlain};
 

@@ -1,6 +1,7 @@
 #include "repository/documents/dialects/Krb5Spelling.h"
 
 #include "repository/documents/common/TextLine.h"
+#include "repository/documents/dialects/Brackets.h"
 #include "repository/documents/dialects/Escapes.h"
 
 namespace Repository::Documents {
@@ -46,15 +47,8 @@ std::string explainKey(std::string_view key)
                : Reason::tr("a key of a Kerberos profile has no blanks");
 }
 
-std::string explainSection(std::string_view name)
-{
-    return name.find(']') == std::string_view::npos
-               ? std::string()
-               : Reason::tr("its program takes no brackets in the name of a section");
-}
-
 } // namespace
 
-const Spelling krb5Spelling{read, write, nullptr, nullptr, nullptr, explainKey, explainSection};
+const Spelling krb5Spelling{read, write, nullptr, nullptr, nullptr, explainKey, explainBracket};
 
 } // namespace Repository::Documents

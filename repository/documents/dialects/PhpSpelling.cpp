@@ -112,14 +112,14 @@ std::string explainKey(std::string_view key)
     const std::string_view name = key.substr(0, key.find('['));
     const bool isElement = name.size() < key.size();
     const bool isClosed = !isElement || (key.back() == ']' && !hasAny(key, "\"';"));
-    return isClosed && !isConstant(key) && !hasAny(name, "&|^$~(){}!\"")
+    return isClosed && !isConstant(key) && !hasAny(name, "&|^$~(){}!\"\t")
                ? std::string()
                : Reason::tr("PHP does not take that for a key");
 }
 
 std::string explainSection(std::string_view name)
 {
-    return hasAny(name, "\"';") || name.find("${") != std::string_view::npos
+    return hasAny(name, "\"';]") || name.find("${") != std::string_view::npos
                ? Reason::tr("PHP does not take that for the name of a section")
                : std::string();
 }

@@ -19,8 +19,6 @@ public:
     std::string groupNoun() const override { return Reason::tr("a section"); }
     std::string explainRefusal(const Statement& entry, const Value& value,
                                const LineStyle& style) const override;
-    // Without the blank line, a value that ends in a backslash would continue in the next line.
-    bool keepsLineEndsApart() const override { return dialect.spelling != nullptr; }
 
 private:
     std::optional<Statement> scan(std::string_view text) const override;

@@ -20,6 +20,16 @@ std::uint32_t onlyBeginOf(const LineNode& node)
     return isOnce ? node.section->header : HashIndex::none;
 }
 
+bool isIn(std::string_view path, std::string_view group)
+{
+    return startsWith(path, group) && (path.size() == group.size() || path[group.size()] == '.');
+}
+
+std::string asItIs(std::string_view path)
+{
+    return std::string(path);
+}
+
 } // namespace
 
 // Whether a node is an entry of a section itself, and no group in braces has its name.
@@ -33,7 +43,8 @@ bool IniDocument::isOfSection(std::uint32_t node) const
 Outcome IniDocument::insert(std::string_view path, const Value& value)
 {
     if (IniBraces::holds(path, value, dialect))
-        return editBraces(path, [&](IniBraces& braces) { return braces.insert(path, value); });
+        return editBraces([&](IniBraces& braces) { return braces.insert(path, value); }, asItIs,
+                          [path](std::string_view entry) { return isIn(entry, path) ? "" : asItIs(entry); });
     return IniInsertion(getFile()).insert(path, value);
 }
 
@@ -44,8 +55,10 @@ Outcome IniDocument::remove(std::string_view path)
         return refused(node == none ? Reason::tr("no such entry")
                                     : Reason::tr("the root of a file is not removed"));
     if (dialect.hasBraces && !isOfSection(node))
-        return editBraces(path,
-                          [&](IniBraces& braces) { return braces.remove(piecesOf(file->index.find(path))); });
+        return editBraces(
+            [&](IniBraces& braces) { return braces.remove(piecesOf(file->index.find(path))); },
+            [path](std::string_view entry) { return isIn(entry, path) ? "" : pathWithout(path, entry); },
+            asItIs);
     const LineNode& removed = file->index.node(node);
     const bool sectionsMove =
         removed.hasHeader() && removed.number < file->index.countOfSections(file->index.findSibling(node, 1));
@@ -136,7 +149,7 @@ std::optional<LineDocument::NamePlace> IniDocument::nameIn(std::uint32_t node, s
     }
     if (dialect.sections == Dialect::Sections::Nested)
         return placeInPath(line, depth);
-    const std::vector<SectionPart> parts = sectionParts(line.key(), dialect.sections);
+    const std::vector<SectionPart> parts = sectionParts(line.key(), dialect);
     if (depth >= parts.size())
         return std::nullopt;
     return NamePlace{line.keyBegin, line.keyBegin + parts[depth].begin, line.keyBegin + parts[depth].end};
@@ -148,16 +161,16 @@ std::string IniDocument::spellComponent(std::string_view name, const Statement& 
     if (!line.isHeader())
         return spellKey(name);
     if (dialect.sections == Dialect::Sections::Nested)
-        return std::string(name);
+        return decodePath(name);
     const std::string plain = decodeKey(name).value_or(std::string(name));
     const bool isQuoted = dialect.sections == Dialect::Sections::Subsection && line.text[place.last] == '"';
-    return isQuoted ? quotedSubsection(plain) : plain;
+    return isQuoted ? quotedSubsection(plain) : spellSectionPart(plain, dialect);
 }
 
 std::string IniDocument::spellPath(std::string_view path, Statement::Kind kind) const
 {
     if (kind == Statement::Kind::Header)
-        return sectionName(path, dialect.sections).value_or(std::string());
+        return sectionName(path, dialect).value_or(std::string());
     return spellKey(splitLast(path).last);
 }
 
@@ -180,27 +193,24 @@ std::optional<Outcome> IniDocument::rename(std::string_view path, std::string_vi
     return LineDocument::rename(path, name);
 }
 
-// An edit that is made in the lines alone; it may change no other entry.
-Outcome IniDocument::editBraces(std::string_view path, const std::function<Outcome(IniBraces&)>& edit)
+// An edit that is made in the lines alone. The values must have the paths before it that those it leaves have
+// after it.
+Outcome IniDocument::editBraces(const std::function<Outcome(IniBraces&)>& edit, const PathChange& before,
+                                const PathChange& after)
 {
-    const auto ofOthers = [path](std::string_view entry) {
-        return startsWith(entry, path) && (entry.size() == path.size() || entry[path.size()] == '.')
-                   ? std::string()
-                   : std::string(entry);
-    };
-    const std::uint64_t others = hashOf(ofOthers);
-    std::unique_ptr<LineFile> before = makeFile();
-    before->load(getBytes(), true);
-    before.swap(file);
+    const std::uint64_t wanted = hashOf(before);
+    std::unique_ptr<LineFile> former = makeFile();
+    former->load(getBytes(), true);
+    former.swap(file);
     IniBraces braces(getFile());
     Outcome outcome = edit(braces);
     if (outcome.ok())
         outcome = reload(getBytes(), true);
-    if (outcome.ok() && hashOf(ofOthers) != others)
+    if (outcome.ok() && hashOf(after) != wanted)
         outcome =
             refused(Reason::tr("%1 would read other entries otherwise", {file->getDialect().fileNoun()}));
     if (!outcome.ok())
-        file = std::move(before);
+        file = std::move(former);
     return outcome;
 }
 

@@ -51,7 +51,9 @@ private:
     std::uint32_t pieceOf(std::string_view path, const Value& placeholder) const override;
 
     bool isOfSection(std::uint32_t node) const;
-    Outcome editBraces(std::string_view path, const std::function<Outcome(IniBraces&)>& edit);
+    using PathChange = std::function<std::string(std::string_view)>; // of a value; empty for one left out
+    Outcome editBraces(const std::function<Outcome(IniBraces&)>& edit, const PathChange& before,
+                       const PathChange& after);
 
     // The document does not change by it.
     IniFile& getFile() const { return static_cast<IniFile&>(*file); }

@@ -87,7 +87,7 @@ Outcome IniFile::readStatements(bool isOwn)
 Outcome IniFile::takeUpHeader(std::uint32_t piece, std::uint32_t& section)
 {
     const Statement& header = pieces[piece].line;
-    const std::string path = sectionPath(header.key(), dialect.sections);
+    const std::string path = sectionPath(header.key(), dialect);
     if (isIniTooDeep(path))
         return failAt(header.key().data(), Reason::tr("sections lie in each other more than %1 deep",
                                                       {std::to_string(deepestIniSection)}));

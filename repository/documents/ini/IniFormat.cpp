@@ -16,15 +16,35 @@ bool isKeyCharacter(char c)
            std::string_view("_-./:$@%*[] ").find(c) != std::string_view::npos;
 }
 
+// Of a few words; the five fields of a table of times and a command are none.
 bool isKey(std::string_view text)
 {
-    return !text.empty() && std::all_of(text.begin(), text.end(), isKeyCharacter);
+    constexpr int mostBlanks = 4;
+    return !text.empty() && std::all_of(text.begin(), text.end(), isKeyCharacter) &&
+           std::count(text.begin(), text.end(), ' ') <= mostBlanks;
+}
+
+// A key, also before an operator like "+=".
+bool isAssigned(std::string_view text)
+{
+    if (!text.empty() && std::string_view("+*?").find(text.back()) != std::string_view::npos)
+        text.remove_suffix(1);
+    return isKey(trimBlanks(text));
 }
 
 // A statement of most programming languages ends like this.
 bool endsLikeCode(std::string_view value)
 {
     return !value.empty() && (value.back() == ';' || value.back() == '{');
+}
+
+// That which separates a key: it ends the line, or a blank follows.
+std::size_t findColon(std::string_view content)
+{
+    std::size_t colon = content.find(':');
+    while (colon != std::string_view::npos && colon + 1 < content.size() && !isBlank(content[colon + 1]))
+        colon = content.find(':', colon + 1);
+    return colon;
 }
 
 bool isEntry(std::string_view content)
@@ -86,11 +106,12 @@ bool IniFormat::resembles(std::string_view text) const
 }
 
 // Without a section, blocks in braces are those of another syntax, and so are words alone, which would be
-// keys without values.
+// keys without values, and more lines of several words or with odd keys than entries.
 bool IniFormat::rulesOut(std::string_view text) const
 {
-    bool hasWords = false;
-    bool hasSeparator = false;
+    std::size_t words = 0;
+    std::size_t entries = 0;
+    std::size_t others = 0;
     for (std::size_t at = 0; at < text.size();) {
         const TextLine line = textLineAt(text, at);
         at = line.end;
@@ -99,14 +120,17 @@ bool IniFormat::rulesOut(std::string_view text) const
             continue;
         if (content.front() == '[')
             return false;
-        const bool isEntry = content.find('=') != std::string_view::npos;
-        if (content.back() == '{' && !isEntry)
+        const std::size_t equals = content.find('=');
+        if ((content.back() == '{' && equals == std::string_view::npos) || content.front() == '}')
             return true;
-        hasWords = true;
-        hasSeparator =
-            hasSeparator || isEntry || content.back() == ':' || content.find(": ") != std::string_view::npos;
+        const bool goesOn = entries > 0 && indentOf(line.content) > 0;
+        const std::size_t separator = equals == std::string_view::npos ? findColon(content) : equals;
+        if (separator != std::string_view::npos)
+            ++(isAssigned(content.substr(0, separator)) || goesOn ? entries : others);
+        else if (!goesOn)
+            ++(content.find_first_of(" \t") == std::string_view::npos ? words : others);
     }
-    return hasWords && !hasSeparator;
+    return others > entries || (entries == 0 && words > 0);
 }
 
 } // namespace Repository::Documents

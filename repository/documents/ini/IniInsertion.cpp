@@ -123,11 +123,11 @@ std::string IniInsertion::headerText(std::string_view path, std::string& reason)
             Reason::tr("there is no section %1 before it", {quoted(joinNumber(siblings.first, count + 1))});
         return {};
     }
-    const std::optional<std::string> name = sectionName(siblings.first, dialect.sections);
+    const std::optional<std::string> name = sectionName(siblings.first, dialect);
     std::string text = '[' + name.value_or(std::string()) + ']' + file.style.lineEnd;
     const std::optional<Statement> line = scanSingle(text, dialect);
     if (!name || !line || !line->isHeader() || line->key() != *name || isIniTooDeep(path) ||
-        sectionPath(line->key(), dialect.sections) != siblings.first) {
+        sectionPath(line->key(), dialect) != siblings.first) {
         reason = Reason::tr("%1 cannot hold a section of the path %2",
                             {file.getDialect().fileNoun(), quoted(siblings.first)});
         return {};

@@ -71,14 +71,14 @@ std::vector<SectionPart> chainParts(std::string_view name)
     std::vector<SectionPart> parts;
     for (std::size_t begin = 0; begin < name.size();) {
         const std::size_t end = std::min(name.find("][", begin), name.size());
-        if (end == begin || name[begin] != '$') // "[$i]" is said of the section
+        if (name.substr(begin) != "$i") // which is said of the section
             parts.push_back({begin, end});
         begin = end + 2;
     }
     return parts;
 }
 
-std::optional<std::string> chainName(std::string_view path)
+std::optional<std::string> chainName(std::string_view path, const Dialect& dialect)
 {
     std::string name;
     for (const std::string_view component : splitPath(path).value_or(std::vector<std::string_view>())) {
@@ -87,7 +87,7 @@ std::optional<std::string> chainName(std::string_view path)
             return std::nullopt;
         if (!name.empty())
             name += "][";
-        name += *key;
+        name += spellSectionPart(*key, dialect);
     }
     return name;
 }
@@ -100,6 +100,14 @@ std::optional<std::string> subsectionName(std::string_view path)
     if (ends.parent.empty() || !last || !first)
         return ends.parent.empty() ? last : std::nullopt;
     return *first + ' ' + quotedSubsection(*last);
+}
+
+std::string readPart(std::string_view text, const Dialect& dialect)
+{
+    if (dialect.sections == Dialect::Sections::Subsection && startsWith(text, "\""))
+        return unescapeSubsection(text.substr(1, text.size() - 2));
+    return dialect.spelling && dialect.spelling->readGroup ? dialect.spelling->readGroup(text)
+                                                           : std::string(text);
 }
 
 } // namespace
@@ -116,9 +124,9 @@ std::size_t findSectionEnd(std::string_view content, std::size_t begin, const Di
     }
 }
 
-std::vector<SectionPart> sectionParts(std::string_view name, Dialect::Sections sections)
+std::vector<SectionPart> sectionParts(std::string_view name, const Dialect& dialect)
 {
-    switch (sections) {
+    switch (dialect.sections) {
     case Dialect::Sections::Subsection:
         return subsectionParts(name);
     case Dialect::Sections::Chain:
@@ -128,19 +136,20 @@ std::vector<SectionPart> sectionParts(std::string_view name, Dialect::Sections s
     }
 }
 
-std::string sectionPath(std::string_view name, Dialect::Sections sections)
+std::string sectionPath(std::string_view name, const Dialect& dialect)
 {
-    if (sections == Dialect::Sections::Nested)
+    if (dialect.sections == Dialect::Sections::Nested)
         return encodePath(name);
     std::string path;
-    for (const SectionPart& part : sectionParts(name, sections)) {
-        const std::string_view text = name.substr(part.begin, part.end - part.begin);
-        const bool isQuoted =
-            sections == Dialect::Sections::Subsection && !text.empty() && text.front() == '"';
-        path = joinPath(path, isQuoted ? encodeKey(unescapeSubsection(text.substr(1, text.size() - 2)))
-                                       : encodeKey(text));
-    }
+    for (const SectionPart& part : sectionParts(name, dialect))
+        path = joinPath(path, encodeKey(readPart(name.substr(part.begin, part.end - part.begin), dialect)));
     return path;
+}
+
+std::string spellSectionPart(std::string_view name, const Dialect& dialect)
+{
+    return dialect.spelling && dialect.spelling->writeGroup ? dialect.spelling->writeGroup(name)
+                                                            : std::string(name);
 }
 
 std::string quotedSubsection(std::string_view name)
@@ -154,17 +163,17 @@ std::string quotedSubsection(std::string_view name)
     return quotedName + '"';
 }
 
-std::optional<std::string> sectionName(std::string_view path, Dialect::Sections sections)
+std::optional<std::string> sectionName(std::string_view path, const Dialect& dialect)
 {
-    switch (sections) {
+    switch (dialect.sections) {
     case Dialect::Sections::Subsection:
         return subsectionName(path);
     case Dialect::Sections::Chain:
-        return chainName(path);
+        return chainName(path, dialect);
     case Dialect::Sections::Flat:
         return decodeKey(path);
     default:
-        return std::string(path);
+        return decodePath(path);
     }
 }
 

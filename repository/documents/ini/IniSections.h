@@ -21,12 +21,13 @@ struct SectionPart
     std::size_t begin;
     std::size_t end;
 };
-std::vector<SectionPart> sectionParts(std::string_view name, Dialect::Sections sections);
+std::vector<SectionPart> sectionParts(std::string_view name, const Dialect& dialect);
+std::string spellSectionPart(std::string_view name, const Dialect& dialect);
 std::string quotedSubsection(std::string_view name);
 
 // The path of a section by its name, which is what is between the outer brackets, and the name for a path
 // without numbers; nothing where the dialect has none.
-std::string sectionPath(std::string_view name, Dialect::Sections sections);
-std::optional<std::string> sectionName(std::string_view path, Dialect::Sections sections);
+std::string sectionPath(std::string_view name, const Dialect& dialect);
+std::optional<std::string> sectionName(std::string_view path, const Dialect& dialect);
 
 } // namespace Repository::Documents

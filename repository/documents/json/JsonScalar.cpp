@@ -12,7 +12,6 @@ namespace {
 constexpr auto npos = std::string_view::npos;
 constexpr std::string_view shortEscapes = "\"\\/bfnrt";
 constexpr std::string_view shortMeanings = "\"\\/\b\f\n\r\t";
-constexpr std::uint32_t replacementCharacter = 0xFFFD;
 
 bool isDigit(char c)
 {
@@ -46,8 +45,7 @@ std::size_t appendEscape(std::string& text, std::string_view literal, std::size_
         appendUtf8(text, static_cast<std::uint32_t>(character));
         return at + 12;
     }
-    const bool half = unit >= 0xD800 && unit <= 0xDFFF;
-    appendUtf8(text, half ? replacementCharacter : static_cast<std::uint32_t>(unit));
+    appendUtf8(text, static_cast<std::uint32_t>(unit));
     return at + 6;
 }
 

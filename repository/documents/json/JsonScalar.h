@@ -17,7 +17,7 @@ std::size_t findStringEnd(std::string_view text, std::size_t quote);
 // Offset of the first backslash of a literal that begins no escape of json; npos when all are good.
 std::size_t findBadEscape(std::string_view literal);
 
-// The text of a well-formed literal. Half of a surrogate pair, which UTF-8 cannot hold, reads as U+FFFD.
+// The text of a well-formed literal. Half of a surrogate pair is three bytes that are not UTF-8.
 std::string decodeString(std::string_view literal);
 
 // A literal with only the escapes that json demands.

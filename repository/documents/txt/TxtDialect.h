@@ -21,7 +21,6 @@ public:
     std::string explainRefusal(const Statement& entry, const Value& value,
                                const LineStyle& style) const override;
     bool runsOn(std::string_view text) const override;
-    bool keepsLineEndsApart() const override { return true; }
 
 private:
     std::optional<Statement> scan(std::string_view text) const override

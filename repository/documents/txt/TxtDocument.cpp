@@ -99,9 +99,10 @@ std::optional<LineDocument::NamePlace> TxtDocument::nameIn(std::uint32_t, std::s
 
 std::string TxtDocument::spellKey(std::string_view path, std::string_view separator) const
 {
-    const std::string sample = std::string(path).append(separator) + 'x';
+    const std::string name = decodePath(path);
+    const std::string sample = std::string(name).append(separator) + 'x';
     const std::optional<Statement> line = scanTxtEntry(sample, dialect);
-    return line && pathOfKey(*line, dialect) == path ? std::string(path) : escapeTxtKey(path, dialect);
+    return line && pathOfKey(*line, dialect) == path ? name : escapeTxtKey(path, dialect);
 }
 
 std::string TxtDocument::spellComponent(std::string_view name, const Statement& line, const NamePlace&) const
@@ -198,7 +199,7 @@ std::optional<Statement> TxtDocument::draftEntry(std::string_view path, std::uin
     const PathEnds ends = splitLast(path);
     const std::string_view prefix = sibling ? parentText(sibling->key()) : std::string_view();
     for (const std::string& key :
-         {std::string(prefix).append(ends.last), std::string(path), escapeTxtKey(path, dialect)}) {
+         {std::string(prefix) + decodePath(ends.last), decodePath(path), escapeTxtKey(path, dialect)}) {
         text = sibling ? sibling->indent() : style.indent;
         text += key;
         text +=

@@ -320,7 +320,7 @@ std::string txtKeyPath(std::string_view key, const Dialect& dialect)
 std::string escapeTxtKey(std::string_view path, const Dialect& dialect)
 {
     if (dialect.spelling)
-        return dialect.spelling->writeKey(path);
+        return dialect.spelling->writeKey(decodePath(path));
     std::string key;
     for (std::size_t at = 0; at < path.size(); ++at) {
         const char c = path[at];
