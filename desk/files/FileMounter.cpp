@@ -7,6 +7,7 @@
 #include "repository/fleet/EtcdLocation.h"
 #include "repository/mounting/FolderLocation.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QHash>
 #include <QPointer>
@@ -228,7 +229,8 @@ QString FileMounter::backendOf(const QString& file, Repository& repository)
 
 QString FileMounter::mountName(const QString& file, Repository& repository)
 {
-    const QFileInfo info(::Repository::FolderLocation(file).getFolder());
+    const QFileInfo given(::Repository::FolderLocation(file).getFolder());
+    const QFileInfo info(QDir::cleanPath(given.absoluteFilePath())); // for "." has a name of its own
     QString name = info.completeBaseName().isEmpty() ? info.fileName() : info.completeBaseName();
     if (::Repository::EtcdLocation::isMeant(file))
         name = ::Repository::EtcdLocation(file).getStore();

@@ -236,6 +236,17 @@ private slots:
         QVERIFY(result.problems.value(0).contains(QLatin1String("1 of its 3")));
     }
 
+    void namesTheCurrentFolder()
+    {
+        QVERIFY(QDir(folder->path()).mkpath(QStringLiteral("d/e")));
+        const QString before = QDir::currentPath();
+        QVERIFY(QDir::setCurrent(inFolder(QStringLiteral("d/e"))));
+        const QStringList names{FileMounter::mountName(QStringLiteral("."), *repository),
+                                FileMounter::mountName(QStringLiteral(".."), *repository)};
+        QVERIFY(QDir::setCurrent(before));
+        QCOMPARE(names, TestSupport::words("e d"));
+    }
+
     // Whatever path leads to it.
     void tellsWhichFilesAreOpenBefore()
     {
