@@ -1,6 +1,6 @@
 #include "desk/text/TextDock.h"
 
-#include "desk/files/BackendFiles.h"
+#include "desk/common/ReadableText.h"
 #include "desk/places/PlaceWatch.h"
 #include "desk/text/TextRowDelegate.h"
 #include "host/Utilities/ModelViews/Widgets/PlainLabel.h"
@@ -113,7 +113,7 @@ void TextDock::read()
         TextRows::BackendText text;
         const auto outcome = attributes->getTextInterface()->getText(wanted, text);
         const auto rows = outcome.ok() ? std::make_shared<const TextRows>(std::move(text)) : nullptr;
-        return [this, wanted, rows, refusal = BackendFiles::textOf(outcome, *attributes)] {
+        return [this, wanted, rows, refusal = readableText(outcome, *attributes)] {
             take(wanted, rows, refusal);
         };
     });

@@ -69,7 +69,7 @@ ROOMS = {
     "desk/session": ["desk/session", "desk/files", "desk/common", *HOST, "repository", "files"],
     "desk/places": ["desk/places", "desk/files", "desk/common", *HOST, "repository"],
     "desk/changes": ["desk/changes", "desk/files", "desk/common", *HOST, "repository"],
-    "desk/text": ["desk/text", "desk/places", "desk/files", "desk/common", *HOST, "repository"],
+    "desk/text": ["desk/text", "desk/places", "desk/common", *HOST, "repository"],
     "desk/window": ["desk/window", "desk/session", "desk/places", "desk/changes", "desk/text", "desk/find", "desk/plugins",
                     "desk/language", "desk/log", "desk/files", "desk/common", *HOST, "repository"],
     "desk": ["desk", *HOST, "repository", "files"],
