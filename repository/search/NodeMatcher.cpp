@@ -160,7 +160,7 @@ std::optional<QVariant> NodeMatcher::replaced(const QVariant& value, const QStri
         if (node && node->backend)
             backend = node->backend->shared_from_this();
     }
-    const std::string bytes = after->toStdString();
+    const std::string bytes = FrameworkCore::Values::toText(FrameworkCore::Values::toValue(*after));
     if (backend && !backend->namesType(path))
         return FrameworkCore::Values::toVariant(FrameworkCore::Values::plainValue(bytes));
     const auto read = FrameworkCore::Values::readText(bytes, FrameworkCore::Values::typeOf(value.userType()));

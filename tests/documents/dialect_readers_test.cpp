@@ -323,7 +323,8 @@ private slots:
                 QStringLiteral("s%1|%2").arg(std::size(nastyNames)).arg(QLatin1String(row.key));
             QVERIFY2(read && read->contains(last), (what + (":\n" + document->getBytes())).c_str());
             const Entries ours = entriesOf(*document, row);
-            if (row.tellsEachValue)
+            const bool isAtRoot = ours.contains(QStringLiteral("a[b]")); // an array, for PHP as a section is
+            if (row.tellsEachValue && !isAtRoot)
                 QCOMPARE((row.isFolded ? folded(ours) : ours).keys(),
                          (row.isFolded ? folded(*read) : *read).keys());
         };

@@ -341,6 +341,19 @@ private slots:
         QCOMPARE(found.at(2).refusal, RefusedByValidation);
     }
 
+    // Half of a pair of surrogates beside what is replaced, which json does not write.
+    void losesNoHalfCharacter()
+    {
+        const QByteArray text = R"({"a": "x\ud800"})";
+        QVERIFY(mount("json", "m", text));
+        query.text = QStringLiteral("x");
+        query.replacement = QStringLiteral("y");
+        const QVector<SearchHit> hits = find();
+        QCOMPARE(hits.size(), 1);
+        QVERIFY(!search()->replace(hits, QStringLiteral("Replace")).ok());
+        QCOMPARE(saved(), text);
+    }
+
     void replacesAllOrNothing()
     {
         QVERIFY(mount("json", "m", R"({"a": "x", "b": "x", "c": "x"})"));
