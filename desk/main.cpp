@@ -8,6 +8,7 @@
 #include "desk/plugins/PluginRehearsal.h"
 #include "desk/plugins/PluginTexts.h"
 #include "desk/plugins/StartWatch.h"
+#include "desk/window/ColourScheme.h"
 #include "desk/window/FocusStyle.h"
 #include "desk/window/MainWindow.h"
 #include "desk/window/WindowPicture.h"
@@ -22,6 +23,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <optional>
 
 namespace {
 
@@ -145,7 +147,10 @@ PluginLoader::Choice choosePlugins(const Options& options)
 
 int runWindow(const Options& options)
 {
-    const Vantry::QuitSignals quitSignals; // what comes before the event loop runs is kept for it
+    const Vantry::QuitSignals quitSignals;       // what comes before the event loop runs is kept for it
+    std::optional<Vantry::ColourScheme> colours; // not of a picture, which is the same on each desktop
+    if (options.pictureFile.isEmpty())
+        colours.emplace();
     Repository::RepositoryOptions storage;
     storage.observer = [&feed = Vantry::ProblemFeed::instance()](const auto& outcome) { feed.add(outcome); };
     const auto repository = Repository::AttributeRepository::create(storage);

@@ -143,9 +143,11 @@ private:
         const std::string_view rest = std::string_view(before).substr(span->offset + span->length);
         // Null is a key without separator where a format has no word for it. A second edit may take back what
         // the first had to put around its value. A tag goes with the type that it names, and comes back with
-        // it; one that changed nothing so far may be in the way of an empty text.
+        // it; one that changed nothing so far may be in the way of another text.
+        const bool hasTag = before.find("@type") < (span ? span->offset : 0);
         const bool keepsTag = wasNamed == document->namesType(entry.path) &&
-                              (!wasNamed || (value.type == entry.value.type && !toText(value).empty()));
+                              (!wasNamed || (value.type == entry.value.type && !toText(value).empty() &&
+                                             !(hasTag && value.type == Type::String)));
         const bool keepsRest = before == text && !wasCopy && value.type != Type::Null &&
                                entry.value.type != Type::Null && keepsTag;
         if (keepsRest && (after.compare(0, span->offset, before, 0, span->offset) != 0 ||

@@ -5,9 +5,11 @@
 #include "widgets/ValueWindow.h"
 
 #include <QClipboard>
+#include <QEvent>
 #include <QGuiApplication>
 #include <QLocale>
 #include <QScrollBar>
+#include <QTextBlock>
 #include <QTextBrowser>
 #include <QTextCursor>
 #include <QUrl>
@@ -45,6 +47,7 @@ QString amountOf(const QVariant& value, const QString& text)
 AttributeDetails::AttributeDetails(QTextBrowser& browser) : QObject(&browser), panel(browser)
 {
     panel.setOpenLinks(false);
+    panel.installEventFilter(this);
     connect(&panel, &QTextBrowser::anchorClicked, this, &AttributeDetails::followLink);
 }
 
@@ -112,6 +115,28 @@ void AttributeDetails::insertNote(const QString& wholeAmount)
     cursor.insertText(gap, QTextCharFormat());
     cursor.insertText(tr("Copy Value"), linkFormat(panel.palette(), copyLink));
     cursor.insertBlock(QTextBlockFormat(), QTextCharFormat());
+}
+
+bool AttributeDetails::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::PaletteChange)
+        colourLinks();
+    return QObject::eventFilter(watched, event);
+}
+
+// They are in the first line, and keep the colour that they were inserted with.
+void AttributeDetails::colourLinks()
+{
+    const QTextBlock first = panel.document()->begin();
+    QTextCursor cursor(first);
+    for (auto part = first.begin(); !part.atEnd(); ++part) {
+        const QTextFragment fragment = part.fragment();
+        if (!fragment.charFormat().isAnchor())
+            continue;
+        cursor.setPosition(fragment.position());
+        cursor.setPosition(fragment.position() + fragment.length(), QTextCursor::KeepAnchor);
+        cursor.setCharFormat(linkFormat(panel.palette(), fragment.charFormat().anchorHref()));
+    }
 }
 
 void AttributeDetails::followLink(const QUrl& link)

@@ -25,9 +25,13 @@ public:
     void showBackend(const QString& name, const QString& type, const QString& description);
     void clear();
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     void show(const QStringList& paragraphs, const QString& wholeAmount = {});
     void insertNote(const QString& wholeAmount);
+    void colourLinks();
     void followLink(const QUrl& link);
 
     QTextBrowser& panel;

@@ -1,6 +1,7 @@
 #include "desk/changes/ChangesDock.h"
 
 #include "desk/changes/HunkView.h"
+#include "desk/common/ReadableText.h"
 #include "desk/common/RowCopy.h"
 #include "desk/common/WaitCursor.h"
 #include "desk/files/BackendFiles.h"
@@ -282,7 +283,7 @@ void ChangesDock::save()
             const Outcome outcome =
                 repository->getChangesInterface()->saveChanges(paths.key(), paths.value());
             if (!outcome.ok())
-                refusals.append(BackendFiles::textOf(outcome, *repository));
+                refusals.append(readableText(outcome, *repository));
         }
     }
     if (!chosen.backends.isEmpty())
@@ -298,7 +299,7 @@ void ChangesDock::drop()
     QStringList refusals;
     const auto note = [this, &refusals](const Outcome& outcome) {
         if (!outcome.ok())
-            refusals.append(BackendFiles::textOf(outcome, *repository));
+            refusals.append(readableText(outcome, *repository));
     };
     {
         const WaitCursor cursor;
@@ -326,7 +327,7 @@ void ChangesDock::resolve(ConflictSide side)
         for (const QString& path : qAsConst(conflicts)) {
             const Outcome outcome = repository->getChangesInterface()->resolveConflicts(path, side);
             if (!outcome.ok() && outcome != FrameworkCore::AppConfig::NotFound)
-                refusals.append(BackendFiles::textOf(outcome, *repository));
+                refusals.append(readableText(outcome, *repository));
         }
     }
     finish(refusals);
@@ -337,7 +338,7 @@ void ChangesDock::saveHunks()
     const WaitCursor cursor;
     const Outcome outcome =
         repository->getChangesInterface()->saveHunks(currentBackend(), hunks->getChosen());
-    finish(outcome.ok() ? QStringList() : QStringList(BackendFiles::textOf(outcome, *repository)));
+    finish(outcome.ok() ? QStringList() : QStringList(readableText(outcome, *repository)));
 }
 
 void ChangesDock::dropHunks()
@@ -345,7 +346,7 @@ void ChangesDock::dropHunks()
     const WaitCursor cursor;
     const Outcome outcome =
         repository->getChangesInterface()->revertHunks(currentBackend(), hunks->getChosen());
-    finish(outcome.ok() ? QStringList() : QStringList(BackendFiles::textOf(outcome, *repository)));
+    finish(outcome.ok() ? QStringList() : QStringList(readableText(outcome, *repository)));
 }
 
 void ChangesDock::finish(const QStringList& refusals)

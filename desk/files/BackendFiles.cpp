@@ -2,6 +2,7 @@
 
 #include "desk/common/CellEdit.h"
 #include "desk/common/Confirmation.h"
+#include "desk/common/ReadableText.h"
 #include "desk/common/WaitCursor.h"
 #include "desk/files/ConflictDialog.h"
 #include "desk/files/FileNames.h"
@@ -9,7 +10,6 @@
 #include "desk/files/UnsavedChangesDialog.h"
 #include "host/FrameworkCore/AppConfig/AttributePath.h"
 #include "host/Shared/Logging/LogStreamProvider.h"
-#include "host/Utilities/ModelViews/ReadablePath.h"
 #include "host/Utilities/ModelViews/Widgets/AttributeTreeModelInputDialogs.h"
 
 #include <QHash>
@@ -60,13 +60,6 @@ QString BackendFiles::locationOf(const QString& backend, Repository& repository)
     return location.isEmpty() ? backend : location;
 }
 
-QString BackendFiles::textOf(const Outcome& outcome, Repository& repository)
-{
-    return outcome.toText([&repository](const QString& path) {
-        return Outcome::shownPath(Utilities::ModelViews::readablePath(path, repository));
-    });
-}
-
 QStringList BackendFiles::getFileNames(const QStringList& backends) const
 {
     const QStringList all = getBackends();
@@ -98,13 +91,15 @@ QStringList BackendFiles::getLabels(const QStringList& backends) const
 bool BackendFiles::save(const QStringList& backends)
 {
     bool areAllSaved = true;
+    QStringList refusals;
     for (const QString& backend : backends)
-        areAllSaved = saveOne(backend) && areAllSaved;
+        areAllSaved = saveOne(backend, refusals) && areAllSaved;
     unsaved.look();
+    warn(tr("Not Saved"), refusals, tr("What is unsaved stays open: save it again once this is mended."));
     return areAllSaved;
 }
 
-bool BackendFiles::saveOne(const QString& backend)
+bool BackendFiles::saveOne(const QString& backend, QStringList& refusals)
 {
     while (true) {
         const QStringList reasons = refusalsOf(
@@ -113,7 +108,7 @@ bool BackendFiles::saveOne(const QString& backend)
             return true;
         const auto conflicts = conflictsOf(backend);
         if (conflicts.isEmpty()) {
-            warn(tr("Not Saved"), reasons);
+            refusals += reasons;
             return false;
         }
         if (!resolve(backend, conflicts))
@@ -129,7 +124,7 @@ QStringList BackendFiles::refusalsOf(const QStringList& backends, const Operatio
     for (const QString& backend : backends) {
         const auto outcome = operation(backend);
         if (!outcome.ok())
-            reasons.append(textOf(outcome, *repository));
+            reasons.append(readableText(outcome, *repository));
     }
     return reasons;
 }
@@ -308,7 +303,7 @@ void BackendFiles::applyKept(const KeptChanges::Entry& entry, const QString& bac
                     .arg(QString::number(left.size()), QString::number(changes.size()), getLabel(backend))
              << merge.getReasons();
     if (!error.isEmpty())
-        told.append(error);
+        told.prepend(error);
     warn(tr("Not All Applied"), told);
 }
 
@@ -330,11 +325,16 @@ BackendFiles::Fate BackendFiles::settle(const QStringList& unsavedBackends, cons
     return Fate::Kept;
 }
 
-void BackendFiles::warn(const QString& title, const QStringList& reasons)
+void BackendFiles::warn(const QString& title, const QStringList& reasons, const QString& advice)
 {
+    constexpr int most = 8;
+    QStringList told = reasons.mid(0, most);
+    if (reasons.size() > most)
+        told.append(tr("The log tells of %1 more.").arg(reasons.size() - most));
+    if (!advice.isEmpty())
+        told.append(advice);
     if (!reasons.isEmpty())
-        AttributeTreeModelInputDialogs::ShowWarningMessage(&window, title,
-                                                           reasons.join(QLatin1String("\n\n")));
+        AttributeTreeModelInputDialogs::ShowWarningMessage(&window, title, told.join(QLatin1String("\n\n")));
 }
 
 } // namespace Vantry

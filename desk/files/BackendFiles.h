@@ -43,9 +43,6 @@ public:
     // The file of a backend; where it has none, its name. Any thread.
     static QString locationOf(const QString& backend, Repository& repository);
 
-    // The outcome for people, with the names of files as they are on the disk. Any thread.
-    static QString textOf(const Outcome& outcome, Repository& repository);
-
     // True when all are saved.
     bool save(const QStringList& backends);
 
@@ -78,10 +75,10 @@ private:
     using Operation = std::function<Outcome(const QString& backend)>;
     QStringList refusalsOf(const QStringList& backends, const Operation& operation) const;
 
-    bool saveOne(const QString& backend);
+    bool saveOne(const QString& backend, QStringList& refusals);
     QVector<UnsavedChange> conflictsOf(const QString& backend) const;
     bool resolve(const QString& backend, const QVector<UnsavedChange>& conflicts);
-    void warn(const QString& title, const QStringList& reasons);
+    void warn(const QString& title, const QStringList& reasons, const QString& advice = {});
 
     std::shared_ptr<Repository> repository;
     QWidget& window;

@@ -49,6 +49,9 @@ QString mountFolder(const ::Repository::FolderLocation& folder, const QString& n
 // Empty when the store was opened, otherwise why it was not.
 QString mountStore(const QString& location, const QString& name, FileMounter::Repository& repository)
 {
+    const ::Repository::EtcdLocation store(location);
+    if (!store.getError().isEmpty()) // without a name of the store there is none of the backend
+        return QStringLiteral("%1: %2").arg(store.toText(), store.getError());
     const auto outcome = repository.getBackendInterface()->mount(
         QStringLiteral("etcd"), name, {location, location, AccessMode::ReadWrite}, 2);
     return outcome.ok() ? QString() : QStringLiteral("%1: %2").arg(location, outcome.explain());

@@ -1,6 +1,6 @@
 #include "desk/files/KeptChangesMerge.h"
 
-#include "desk/files/BackendFiles.h"
+#include "desk/common/ReadableText.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
 
 namespace Vantry {
@@ -104,7 +104,7 @@ bool KeptChangesMerge::make(const UnsavedChange& change)
                          : isThere(path)              ? writer->retype(path, change.after)
                                                       : writer->create(path, change.after, 3, 3);
     if (!outcome.ok())
-        reasons.append(BackendFiles::textOf(outcome, *repository));
+        reasons.append(readableText(outcome, *repository));
     return outcome.ok();
 }
 

@@ -1,6 +1,7 @@
 #include "desk/find/FindDock.h"
 
 #include "desk/common/Confirmation.h"
+#include "desk/common/ReadableText.h"
 #include "desk/find/HitView.h"
 #include "desk/find/HitWatch.h"
 #include "desk/find/SearchForm.h"
@@ -139,7 +140,7 @@ void FindDock::show(const QVector<SearchRun::SearchHit>& found)
 void FindDock::finish(const Outcome& outcome)
 {
     if (!outcome.ok())
-        lastNotice = BackendFiles::textOf(outcome, *repository);
+        lastNotice = readableText(outcome, *repository);
     showStatus();
 }
 

@@ -1,6 +1,6 @@
 #include "desk/find/HitModel.h"
 
-#include "desk/files/BackendFiles.h"
+#include "desk/common/ReadableText.h"
 #include "desk/find/HitPlaces.h"
 #include "host/Utilities/ModelViews/AttributeTreeViewModel.h"
 #include "host/Utilities/ModelViews/AttributeValueText.h"
@@ -141,7 +141,7 @@ QString HitModel::toolTipOf(const Row& row, int column) const
     case ReplacementColumn:
         return row.hit.refusal.ok()
                    ? Utilities::ModelViews::attributeValueLines(row.hit.replacement, longest, mostLines)
-                   : BackendFiles::textOf(row.hit.refusal, repository);
+                   : readableText(row.hit.refusal, repository);
     case PlaceColumn:
         return places.longTextOf(row.hit.path);
     default:

@@ -710,6 +710,14 @@
 
 %1</translation>
     </message>
+    <message>
+        <source>What is unsaved stays open: save it again once this is mended.</source>
+        <translation>Was nicht gespeichert ist, bleibt offen: es lässt sich erneut speichern, sobald dies behoben ist.</translation>
+    </message>
+    <message>
+        <source>The log tells of %1 more.</source>
+        <translation>Das Protokoll nennt %1 weitere.</translation>
+    </message>
 </context>
 <context>
     <name>Vantry::ChangesDock</name>

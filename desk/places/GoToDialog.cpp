@@ -1,6 +1,6 @@
 #include "desk/places/GoToDialog.h"
 
-#include "desk/files/BackendFiles.h"
+#include "desk/common/ReadableText.h"
 #include "desk/files/FileMounter.h"
 #include "host/Utilities/ModelViews/Widgets/BreakableText.h"
 #include "host/Utilities/ModelViews/Widgets/PlainLabel.h"
@@ -11,6 +11,8 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace Vantry {
 
@@ -97,6 +99,8 @@ void GoToDialog::find()
 void GoToDialog::refuse(const QString& reason)
 {
     fault->setText(breakableText(reason));
+    layout()->activate();
+    resize(width(), std::max(height(), layout()->totalHeightForWidth(width()))); // for all of its lines
     go->setEnabled(true);
     text->setFocus();
 }
@@ -117,7 +121,7 @@ GoToDialog::Found GoToDialog::findText(const QString& wanted, Repository& reposi
     QString found;
     const auto outcome = texts ? texts->findAt(backends.first(), place->line, place->column, found)
                                : FrameworkCore::AppConfig::Outcome();
-    return {found, BackendFiles::textOf(outcome, repository)};
+    return {found, readableText(outcome, repository)};
 }
 
 } // namespace Vantry

@@ -1,6 +1,6 @@
 #include "desk/text/TextDock.h"
 
-#include "desk/files/BackendFiles.h"
+#include "desk/common/ReadableText.h"
 #include "desk/places/PlaceWatch.h"
 #include "desk/text/TextRowDelegate.h"
 #include "host/Utilities/ModelViews/Widgets/PlainLabel.h"
@@ -113,7 +113,7 @@ void TextDock::read()
         TextRows::BackendText text;
         const auto outcome = attributes->getTextInterface()->getText(wanted, text);
         const auto rows = outcome.ok() ? std::make_shared<const TextRows>(std::move(text)) : nullptr;
-        return [this, wanted, rows, refusal = BackendFiles::textOf(outcome, *attributes)] {
+        return [this, wanted, rows, refusal = readableText(outcome, *attributes)] {
             take(wanted, rows, refusal);
         };
     });
@@ -141,16 +141,17 @@ void TextDock::take(const QString& wanted, const std::shared_ptr<const TextRows>
     showValue();
 }
 
-// Of the attribute that is selected, in sight.
+// Of the attribute that is selected, in sight; of a node without a value, the first below it.
 void TextDock::showValue()
 {
     if (!pages || !model.getRows())
         return;
     model.mark(watch.getPath());
-    const auto* const marked = model.getMarked();
-    if (!marked)
+    const auto* const shown =
+        model.getMarked() ? model.getMarked() : model.getRows()->findBelow(watch.getPath());
+    if (!shown)
         return;
-    const int row = model.getRows()->findRow(marked->offset);
+    const int row = model.getRows()->findRow(shown->offset);
     const QModelIndex place = model.index(row, TextModel::TextColumn);
     const int sideways = view->horizontalScrollBar()->value();
     const QRect seen = view->visualRect(place);

@@ -1,5 +1,7 @@
 #include "desk/text/TextRows.h"
 
+#include "host/FrameworkCore/AppConfig/AttributePath.h"
+
 #include <algorithm>
 
 namespace Vantry {
@@ -77,6 +79,15 @@ const TextRows::TextSpan* TextRows::findPath(const QString& path) const
     const auto& values = content.values;
     const auto found = std::find_if(values.begin(), values.end(),
                                     [&path](const TextSpan& span) { return span.path == path; });
+    return found == values.end() ? nullptr : &*found;
+}
+
+const TextRows::TextSpan* TextRows::findBelow(const QString& path) const
+{
+    const auto& values = content.values;
+    const auto found = std::find_if(values.begin(), values.end(), [&path](const TextSpan& span) {
+        return FrameworkCore::AppConfig::isAtOrBelow(span.path, path);
+    });
     return found == values.end() ? nullptr : &*found;
 }
 

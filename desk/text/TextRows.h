@@ -39,6 +39,9 @@ public:
     // Null when it is not in the text.
     const TextSpan* findPath(const QString& path) const;
 
+    // The first value at or below the path; null where there is none.
+    const TextSpan* findBelow(const QString& path) const;
+
 private:
     struct Row
     {

@@ -17,6 +17,7 @@ DockSwitch::DockSwitch(QDockWidget& switched, const QString& actionText, std::fu
     connect(action, &QAction::triggered, this, &DockSwitch::change);
     connect(&dock, &QWidget::windowTitleChanged, this, &DockSwitch::name);
     connect(qApp, &QApplication::focusChanged, this, &DockSwitch::noteFocus);
+    connect(&dock, &QDockWidget::visibilityChanged, this, &DockSwitch::enable);
     dock.installEventFilter(this);
     name();
 }
@@ -40,6 +41,14 @@ void DockSwitch::change()
 bool DockSwitch::isInFront() const
 {
     return dock.isVisible() && !dock.visibleRegion().isEmpty();
+}
+
+// Behind another tab it is still visible to Qt, and would share its keys with the one in front.
+void DockSwitch::enable(bool isShown)
+{
+    const bool isBehind = !isShown && dock.isVisible() && !dock.window()->isMinimized();
+    if (dock.widget())
+        dock.widget()->setEnabled(!isBehind);
 }
 
 void DockSwitch::noteFocus(QWidget* before, QWidget* now)

@@ -26,6 +26,7 @@ private:
     void name();
     void change();
     bool isInFront() const;
+    void enable(bool isShown);
     void noteFocus(QWidget* before, QWidget* now);
     void leave();
 

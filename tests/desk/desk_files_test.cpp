@@ -13,6 +13,7 @@
 #include <QDockWidget>
 #include <QFile>
 #include <QLabel>
+#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QRegularExpression>
 #include <QToolButton>
@@ -114,6 +115,26 @@ private slots:
             QTRY_VERIFY(!desk->window->isVisible());
         else
             QTRY_VERIFY(edited->hasFocus());
+    }
+
+    // On a disk that is full it might be hundreds of files.
+    void tellsAtOnceWhatIsNotSaved()
+    {
+        write(speed, 1250);
+        write(maximum, 130);
+        TestSupport::writeFile(folder->path("plant.json"), "{");
+        TestSupport::writeFile(folder->path("limits.ini"), "[oven");
+        QString told;
+        const DialogDriver driver([&told](QWidget& dialog) {
+            told = static_cast<QMessageBox&>(dialog).text();
+            QTest::keyClick(&dialog, Qt::Key_Escape);
+        });
+        QVERIFY(pressKey(QStringLiteral("ctrl+s")));
+        QTRY_VERIFY(driver.isDone());
+        QCoreApplication::processEvents();
+        QVERIFY(!QApplication::activeModalWidget());
+        QVERIFY2(told.contains(folder->path("plant.json")) && told.contains(folder->path("limits.ini")),
+                 qPrintable(told));
     }
 
     void opensWhatIsWantedOfAFolder()

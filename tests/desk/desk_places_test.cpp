@@ -100,6 +100,9 @@ private slots:
         row("the end of a name, as the file is on the disk", "limits.ini:1", maximum, "");
         row("a column", "plant.json:1:40", speed, "");
         row("a file that is not open", "%1/broken.json:1", "", "%1/broken.json is not open");
+        const QString far =
+            QStringLiteral("%1/in/a/folder/of/which/the/path/fills/more/than/a/line/of/it/x.ini");
+        row("a file of a long path", far + QStringLiteral(":1"), "", far + QStringLiteral(" is not open"));
         row("no such line", "limits.ini:99", "", "no value at the line or after it");
         row("nothing", "what", "", "neither the path of an attribute");
     }
@@ -128,6 +131,8 @@ private slots:
             const auto* const label = dialog.findChild<QLabel*>(QStringLiteral("goToFault"));
             QTRY_VERIFY(!dialog.isVisible() || !label->text().isEmpty());
             said = label->text().remove(QChar(0x200B));
+            if (dialog.isVisible()) // with all lines of the fault
+                QTRY_VERIFY(label->height() >= label->heightForWidth(label->width()));
             if (dialog.isVisible())
                 QVERIFY(pressKey(QStringLiteral("Escape")));
         });

@@ -204,6 +204,23 @@ private slots:
         QTRY_COMPARE(contentOf(folder->path("limits.ini")), QByteArray("[oven]\nmaximum = 130\n"));
     }
 
+    // Whatever keys the docks behind have.
+    void takesTheirsByKey()
+    {
+        write(maximum, 130);
+        TestSupport::writeFile(folder->path("limits.ini"), "[oven]\nmaximum = 140\n");
+        QVERIFY(pressKey(QStringLiteral("ctrl+f")));
+        QTRY_VERIFY(desk->part<QDockWidget>("findDock")->isAncestorOf(QApplication::focusWidget()));
+        showChanges();
+        const auto& rows = *desk->part<QTreeView>("changeRows");
+        QTRY_COMPARE(rowsOf(rows).value(1), QStringLiteral(" oven.maximum|conflict|140|130|125"));
+        clickRow(QStringLiteral("oven.maximum"));
+        QVERIFY(pressKey(QStringLiteral("alt+t")));
+        QTRY_COMPARE(read(maximum), QVariant(140LL));
+        QVERIFY(pressKey(QStringLiteral("ctrl+f")));
+        QTRY_VERIFY(desk->part<QDockWidget>("findDock")->isAncestorOf(QApplication::focusWidget()));
+    }
+
     void followsInTheText()
     {
         desk->tree->setCurrentIndex(desk->item(port));
@@ -243,6 +260,27 @@ private slots:
         desk->tree->setCurrentIndex(desk->item(maximum));
         QTRY_COMPARE(shownText(model), QStringLiteral("[oven]\nmaximum = 125"));
         QTRY_COMPARE(markedAt(model), QStringLiteral("limits.oven.maximum in 2"));
+    }
+
+    // Of a node without a value, the first value below it comes in sight.
+    void followsToGroups()
+    {
+        constexpr int count = 200;
+        QByteArray many;
+        for (int number = 0; number < count; ++number)
+            many += QByteArrayLiteral("[s") + QByteArray::number(number) + QByteArrayLiteral("]\na = 1\n");
+        desk->window->openFiles({TestSupport::writeFile(folder->path("many.ini"), many)});
+        QTRY_VERIFY(desk->item(QStringLiteral("many.s150")).isValid());
+        desk->tree->setCurrentIndex(desk->item(QStringLiteral("many.s0.a")));
+        QVERIFY(pressKey(QStringLiteral("ctrl+u")));
+        QTRY_VERIFY(desk->part<QTreeView>("textRows"));
+        auto* const view = desk->part<QTreeView>("textRows");
+        const auto& model = static_cast<const Vantry::TextModel&>(*view->model());
+        QTRY_COMPARE(markedAt(model), QStringLiteral("many.s0.a in 2"));
+        desk->tree->setCurrentIndex(desk->item(QStringLiteral("many.s150")));
+        const QModelIndex line = model.index(2 * 150 + 1, Vantry::TextModel::TextColumn);
+        QTRY_VERIFY(view->viewport()->rect().contains(view->visualRect(line).topLeft()));
+        QVERIFY(!model.getMarked());
     }
 
 private:

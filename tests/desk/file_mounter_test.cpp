@@ -218,6 +218,13 @@ private slots:
             QVERIFY2(problem.contains(part), qPrintable(problem));
     }
 
+    // Rather than of the backend, which would be called after it.
+    void tellsThatTheNameOfAStoreIsMissing()
+    {
+        const QString problem = mount({QStringLiteral("etcd://localhost:2379/")}).problems.value(0);
+        QVERIFY2(problem.contains(QLatin1String("the name of the store is missing")), qPrintable(problem));
+    }
+
     void opensFolders()
     {
         QVERIFY(QDir(folder->path()).mkdir(QStringLiteral("d")));

@@ -13,13 +13,12 @@ namespace Utilities::ModelViews::Widgets {
 
 AttributeCreateDialog::AttributeCreateDialog(QWidget* parent, const QString& name, const QString& parentPath)
     : QDialog(parent), place(parentPath), nameEdit(new QLineEdit(name, this)),
-      nameFault(new FaultLabel(this)), remarks(new FaultLabel(this))
+      nameFault(new FaultLabel(this)), remarks(new FaultLabel(this, FaultLabel::Tone::Remark))
 {
     setWindowTitle(tr("New Attribute"));
     nameEdit->setObjectName(QStringLiteral("edtName"));
     nameFault->setObjectName(QStringLiteral("lblNameFault"));
     remarks->setObjectName(QStringLiteral("lblRemarks"));
-    remarks->setPalette(palette());
     nameEdit->setPlaceholderText(tr("A name, or a path such as limits.upper"));
     layOut();
     connect(nameEdit, &QLineEdit::textChanged, this, [this] {

@@ -9,15 +9,22 @@ namespace Utilities::ModelViews::Widgets {
 
 constexpr int longestFault = 480; // characters; a fault may quote all that was typed
 
-FaultLabel::FaultLabel(QWidget* parent) : PlainLabel(parent)
+FaultLabel::FaultLabel(QWidget* parent, Tone labelTone) : PlainLabel(parent), tone(labelTone)
 {
     setWordWrap(true);
     setAlignment(Qt::AlignLeft | Qt::AlignTop);
-    QPalette colours = palette();
-    const bool dark = colours.color(QPalette::Window).lightness() < 128;
-    colours.setColor(QPalette::WindowText, dark ? QColor(255, 138, 128) : QColor(176, 0, 32));
-    setPalette(colours);
+    colour();
     keepRoom();
+}
+
+void FaultLabel::colour()
+{
+    if (tone == Tone::Remark)
+        return;
+    QPalette colours = palette();
+    const bool isDark = colours.color(QPalette::Window).lightness() < 128;
+    colours.setColor(QPalette::WindowText, isDark ? QColor(255, 138, 128) : QColor(176, 0, 32));
+    setPalette(colours);
 }
 
 void FaultLabel::showFault(const QString& fault)
@@ -39,6 +46,8 @@ void FaultLabel::changeEvent(QEvent* event)
     PlainLabel::changeEvent(event);
     if (event->type() == QEvent::FontChange)
         keepRoom();
+    else if (event->type() == QEvent::PaletteChange)
+        colour();
 }
 
 } // namespace Utilities::ModelViews::Widgets

@@ -11,7 +11,9 @@ class FaultLabel : public PlainLabel
     Q_OBJECT
 
 public:
-    explicit FaultLabel(QWidget* parent = nullptr);
+    enum class Tone { Fault, Remark }; // in red, or as all text
+
+    explicit FaultLabel(QWidget* parent = nullptr, Tone tone = Tone::Fault);
 
     void showFault(const QString& fault); // empty when nothing is wrong
 
@@ -19,7 +21,10 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    void colour();
     void keepRoom() { setMinimumHeight(fontMetrics().lineSpacing()); }
+
+    const Tone tone;
 };
 
 } // namespace Utilities::ModelViews::Widgets
