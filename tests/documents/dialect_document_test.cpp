@@ -192,6 +192,7 @@ private slots:
             "[a]\nk =\n  x\n  y\nl = 1\n  2\n");
         row("ini:python", "star", "[mypy]\n", "mypy-a.%2A.k", integer(1), "[mypy]\n\n[mypy-a.*]\nk = 1\n");
         row("ini:python", "codes", "", "50%25%2Ed.k", integer(1), "[50%25%2Ed]\nk = 1\n");
+        row("ini:python", "control character", "", "a%00b.k", integer(1), "[a%00b]\nk = 1\n");
         row("ini:mysql", "last byte that is a blank", "[m]\n", "m.k", text("a\xC3\xA0"),
             "[m]\nk = \"a\xC3\xA0\"\n");
         row("ini:krb5", "long line", "[r]\n", "r.k", text(std::string(2046, 'x')),

@@ -37,6 +37,18 @@ bool mustBeEncoded(std::string_view sequence)
     return isInvisibleControl(utf8CodePoint(sequence));
 }
 
+// Whether all codes of a component are those of printable ASCII.
+bool hasPrintableCodes(std::string_view component)
+{
+    for (std::size_t at = component.find('%'); at != std::string_view::npos;
+         at = component.find('%', at + 1)) {
+        const char high = component[at + 1];
+        if (high < '2' || high > '7' || component.substr(at, 3) == "%7F")
+            return false;
+    }
+    return true;
+}
+
 bool isNothingButNul(std::string_view text)
 {
     return std::all_of(text.begin(), text.end(), [](char c) { return c == '\0'; });
@@ -108,7 +120,8 @@ std::string decodePath(std::string_view path)
 {
     return mapPath(path, [](std::string_view component) {
         const std::optional<std::string> key = decodeKey(component);
-        return key && encodePath(*key) == component ? *key : std::string(component);
+        const bool isPlain = key && (key->empty() || hasPrintableCodes(component));
+        return isPlain && encodePath(*key) == component ? *key : std::string(component);
     });
 }
 

@@ -22,7 +22,7 @@ bool isPlainKey(std::string_view key);
 // included, is taken as it is.
 std::string encodePath(std::string_view name);
 
-// The plainest name of which encodePath makes the path.
+// The plainest name of which encodePath makes the path; control characters stay in codes.
 std::string decodePath(std::string_view path);
 
 // The inverse of encodeKey; nothing for what it never gives.
