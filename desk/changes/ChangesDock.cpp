@@ -75,6 +75,9 @@ void ChangesDock::setUp()
     theirs = addButton(*buttons, "takeTheirs", tr("Take &Theirs"),
                        tr("Of the selected conflicts, what the other program saved stays"),
                        &ChangesDock::takeTheirs);
+    base = addButton(*buttons, "takeBase", tr("Take &Base"),
+                     tr("Of the selected conflicts, what both sides began with comes back"),
+                     &ChangesDock::takeBase);
     buttons->addStretch();
     column->addLayout(buttons);
 
@@ -247,6 +250,7 @@ void ChangesDock::showState()
     dropRows->setEnabled(isAny);
     mine->setEnabled(!chosen.conflicts.isEmpty());
     theirs->setEnabled(!chosen.conflicts.isEmpty());
+    base->setEnabled(!chosen.conflicts.isEmpty());
     const int count = hunks->getChosen().size();
     saveHunk->setEnabled(count > 0);
     dropHunk->setEnabled(count > 0);

@@ -73,6 +73,7 @@ private:
     void drop();
     void keepMine() { resolve(ConflictSide::Mine); }
     void takeTheirs() { resolve(ConflictSide::Theirs); }
+    void takeBase() { resolve(ConflictSide::Base); }
     void resolve(ConflictSide side);
     void saveHunks();
     void dropHunks();
@@ -94,6 +95,7 @@ private:
     QPushButton* dropRows = nullptr;
     QPushButton* mine = nullptr;
     QPushButton* theirs = nullptr;
+    QPushButton* base = nullptr;
     QPushButton* saveHunk = nullptr;
     QPushButton* dropHunk = nullptr;
 };

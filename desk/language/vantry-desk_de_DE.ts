@@ -797,6 +797,14 @@
         <source>Of the selected conflicts, what the other program saved stays</source>
         <translation>Bei den ausgewählten Konflikten bleibt, was das andere Programm gespeichert hat</translation>
     </message>
+    <message>
+        <source>Take &amp;Base</source>
+        <translation>&amp;Basis übernehmen</translation>
+    </message>
+    <message>
+        <source>Of the selected conflicts, what both sides began with comes back</source>
+        <translation>Bei den ausgewählten Konflikten kommt zurück, womit beide Seiten begonnen haben</translation>
+    </message>
 </context>
 <context>
     <name>Vantry::ChangesModel</name>

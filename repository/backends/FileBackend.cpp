@@ -369,7 +369,6 @@ Outcome FileBackend::resolveConflicts(const QString& path, ConflictSide side, co
     Outcome outcome;
     bool found = false;
     const std::string below = relative(path);
-    const bool isMine = side == ConflictSide::Mine;
     apply([&] {
         const std::lock_guard lock(mutex);
         if (closed)
@@ -378,21 +377,32 @@ Outcome FileBackend::resolveConflicts(const QString& path, ConflictSide side, co
         if (found) {
             isDeleted = false;
             digest = {};
-            if (!isMine)
+            if (side == ConflictSide::Theirs)
                 return change([this] { content.load({}); });
+            Changes changes;
+            if (side == ConflictSide::Base)
+                changes = change([&] { outcome = reverted({std::string()}); });
             content.dropBase();
-            return Changes();
+            return changes;
         }
-        std::vector<std::string> conflicts;
+        std::vector<EditedDocument::Conflict> conflicts;
+        std::vector<std::string> paths;
         for (EditedDocument::Conflict& conflict : content.getConflicts()) {
-            if (isWithin(conflict.path, below))
-                conflicts.push_back(std::move(conflict.path));
+            if (!isWithin(conflict.path, below))
+                continue;
+            paths.push_back(conflict.path);
+            conflicts.push_back(std::move(conflict));
         }
         found = !conflicts.empty();
-        if (found && !isMine)
-            return change([&] { outcome = reverted(conflicts); });
+        if (found && side == ConflictSide::Theirs)
+            return change([&] { outcome = reverted(paths); });
+        if (found && side == ConflictSide::Base)
+            return change([&] {
+                const std::string reason = content.takeBases(conflicts);
+                outcome = reason.empty() ? Outcome() : refusal(QString::fromStdString(reason));
+            });
         if (found)
-            content.settleConflicts(conflicts);
+            content.settleConflicts(paths);
         return Changes();
     });
     mergeUnmerged(apply);

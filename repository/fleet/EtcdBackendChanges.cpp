@@ -233,7 +233,16 @@ Outcome EtcdBackend::resolveConflicts(const QString& path, ConflictSide side, co
     }
     if (conflicts.paths.isEmpty())
         return {StatusCode::NotFound, Texts::tr("there is no conflict at or below it")};
-    return side == ConflictSide::Mine ? Outcome() : revertPart(conflicts, apply);
+    if (side == ConflictSide::Theirs)
+        return revertPart(conflicts, apply);
+    if (side == ConflictSide::Base) {
+        apply([&] {
+            const std::lock_guard lock(state->mutex);
+            state->work.notify_all();
+            return Changes{state->entries.takeBases(place), false};
+        });
+    }
+    return {};
 }
 
 } // namespace Repository

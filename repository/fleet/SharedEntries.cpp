@@ -228,6 +228,24 @@ bool SharedEntries::keepEdits(std::string_view path)
     return areSome;
 }
 
+std::vector<DocumentChange> SharedEntries::takeBases(std::string_view path)
+{
+    std::vector<std::pair<std::string, std::optional<Value>>> bases;
+    for (auto known = edits.lower_bound(path); known != edits.end() && isWithin(known->first, path);
+         ++known) {
+        if (known->second.isConflict())
+            bases.emplace_back(known->first, known->second.base.value);
+    }
+    keepEdits(path);
+    std::vector<DocumentChange> changes;
+    for (auto& [edited, base] : bases) {
+        if (!isSameOrNone(valueHere(edited), base))
+            changes.push_back(changeOf(edited, valueHere(edited), base));
+        edit(edited, std::move(base));
+    }
+    return ordered(std::move(changes));
+}
+
 bool SharedEntries::concernsEntries(const std::vector<Arrival>& arrivals) const
 {
     return std::any_of(arrivals.begin(), arrivals.end(), [this](const Arrival& arrival) {

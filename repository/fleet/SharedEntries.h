@@ -110,6 +110,9 @@ public:
     // some.
     bool keepEdits(std::string_view path);
 
+    // The same, and makes what they began with the edits. Tells what that changes here.
+    std::vector<DocumentChange> takeBases(std::string_view path);
+
     // Whether news change what is here, and not only what is known of the store.
     bool concernsEntries(const std::vector<Arrival>& arrivals) const;
 

@@ -344,6 +344,33 @@ bool EditedDocument::isOpen(const Conflict& conflict, bool isSettled) const
             isSameOrNone(conflict.theirs, valueIn(entriesAt(*parsed(base), {conflict.path}), conflict.path)));
 }
 
+std::string EditedDocument::takeBases(const std::vector<Conflict>& chosen)
+{
+    const std::string before = getText();
+    std::vector<std::string> paths;
+    const Outcome outcome = edit([&](Document& present) {
+        Outcome changed;
+        const auto take = [&](const Conflict& conflict) { // below before above, and the other way round
+            if (!conflict.base)
+                return present.contains(conflict.path) ? present.remove(conflict.path) : Outcome();
+            return conflict.mine ? present.set(conflict.path, *conflict.base)
+                                 : present.insert(conflict.path, *conflict.base);
+        };
+        for (auto conflict = chosen.rbegin(); conflict != chosen.rend() && changed.ok(); ++conflict)
+            changed = conflict->base ? Outcome() : take(*conflict);
+        for (const Conflict& conflict : chosen) {
+            changed = changed.ok() && conflict.base ? take(conflict) : changed;
+            paths.push_back(conflict.path);
+        }
+        return changed;
+    });
+    if (outcome.ok())
+        settleConflicts(paths);
+    else
+        replaceText(before);
+    return outcome.error;
+}
+
 // A decision for what both sides began with is final: nothing can lead back to it later.
 void EditedDocument::settleConflicts(const std::vector<std::string>& paths)
 {

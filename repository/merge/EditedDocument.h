@@ -91,6 +91,10 @@ public:
     // Conflicts that there still are, in order: where the two sides have become equal, there is none.
     std::vector<Conflict> getConflicts() const;
 
+    // Gives these conflicts the values that both sides began with, which ends them. The reason of a refusal,
+    // with the document as it was.
+    std::string takeBases(const std::vector<Conflict>& chosen);
+
     // The document holds what was decided on at these paths and below, which ends their conflicts. One is
     // open again when an undo brings back what both sides began with.
     void settleConflicts(const std::vector<std::string>& paths);

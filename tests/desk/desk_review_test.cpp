@@ -161,6 +161,7 @@ private slots:
         const auto row = TestSupport::columns<QString, QVariant>("button", "value");
         row("mine", "keepMine", 130LL);
         row("theirs", "takeTheirs", 140LL);
+        row("base", "takeBase", 125LL);
     }
 
     void resolvesConflicts()

@@ -13,7 +13,12 @@
 #include <set>
 #include <thread>
 
+using FrameworkCore::AppConfig::Interfaces::ConflictSide;
+
+Q_DECLARE_METATYPE(ConflictSide)
+
 // What machines that have mounted one store see of each other, and of other programs.
+
 class FollowingTest : public FleetTest
 {
     Q_OBJECT
@@ -191,8 +196,8 @@ private slots:
                 if (machine.write(path, value).ok() && machine.save().ok())
                     stored.insert(value);
                 else
-                    machine.getRepository().getChangesInterface()->resolveConflicts(
-                        path, FrameworkCore::AppConfig::Interfaces::ConflictSide::Theirs);
+                    machine.getRepository().getChangesInterface()->resolveConflicts(path,
+                                                                                    ConflictSide::Theirs);
             }
         };
         std::multiset<qlonglong> stored{0};
@@ -238,15 +243,15 @@ private slots:
     // What was written meanwhile, and by nobody noticed, wins; whoever lost decides what shall be.
     void tellsTheWinnersValue_data()
     {
-        const auto row = TestSupport::columns<bool, int>("isMine", "result");
-        row("mine", true, 2);
-        row("theirs", false, 7);
+        const auto row = TestSupport::columns<ConflictSide, int>("side", "result");
+        row("mine", ConflictSide::Mine, 2);
+        row("theirs", ConflictSide::Theirs, 7);
+        row("base", ConflictSide::Base, 1);
     }
 
     void tellsTheWinnersValue()
     {
-        using FrameworkCore::AppConfig::Interfaces::ConflictSide;
-        QFETCH(bool, isMine);
+        QFETCH(ConflictSide, side);
         QFETCH(int, result);
         FleetMachine machine(location());
         const QString path = QStringLiteral("m.a");
@@ -272,8 +277,7 @@ private slots:
         QVERIFY(machine.unsaved().first().isConflict);
         QCOMPARE(machine.unsaved().first().before.toInt(), 7);
         QCOMPARE(machine.unsaved().first().base.toInt(), 1);
-        QCOMPARE(refusalOf(machine.getRepository().getChangesInterface()->resolveConflicts(
-                     path, isMine ? ConflictSide::Mine : ConflictSide::Theirs)),
+        QCOMPARE(refusalOf(machine.getRepository().getChangesInterface()->resolveConflicts(path, side)),
                  QString());
         QCOMPARE(refusalOf(machine.save()), QString());
         QCOMPARE(machine.read(path).toInt(), result);

@@ -14,6 +14,8 @@ using Interfaces::UnsavedChange;
 using Repository::AttributeRepository;
 using TestSupport::contentOf;
 
+Q_DECLARE_METATYPE(ConflictSide)
+
 namespace {
 
 const QByteArray oven = "; oven\n[oven]\nhot = true\nlimit = 250\n\n[fan]\nspeed = 3\n";
@@ -118,14 +120,16 @@ private slots:
 
     void refusesConflicts_data()
     {
-        const auto row = TestSupport::columns<bool>("takesTheirs");
-        row("mine", false);
-        row("theirs", true);
+        const auto row = TestSupport::columns<ConflictSide, QByteArray>("side", "limit");
+        row("mine", ConflictSide::Mine, "300");
+        row("theirs", ConflictSide::Theirs, "260");
+        row("base", ConflictSide::Base, "250");
     }
 
     void refusesConflicts()
     {
-        QFETCH(bool, takesTheirs);
+        QFETCH(ConflictSide, side);
+        QFETCH(QByteArray, limit);
         QVERIFY(mount("ini", "m", oven));
         QVERIFY(write("m.oven.limit", 300));
         QVERIFY(write("m.oven.hot", false));
@@ -141,9 +145,8 @@ private slots:
         QVERIFY(reload());
         QCOMPARE(read("m.oven.limit"), QVariant(300LL));
         QCOMPARE(resolve("m.fan", ConflictSide::Mine), NotFound);
-        QCOMPARE(resolve("m.oven", takesTheirs ? ConflictSide::Theirs : ConflictSide::Mine), Success);
-        const char* limit = takesTheirs ? "260" : "300";
-        QCOMPARE(read("m.oven.limit"), QVariant(qlonglong(QByteArray(limit).toInt())));
+        QCOMPARE(resolve("m.oven", side), Success);
+        QCOMPARE(read("m.oven.limit"), QVariant(qlonglong(limit.toInt())));
         QCOMPARE(saved(), QByteArray(oven).replace("250", limit).replace("true", "false"));
     }
 

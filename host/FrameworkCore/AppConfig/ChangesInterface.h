@@ -23,8 +23,9 @@ struct UnsavedChange
     QVariant base;           // of a conflict: what both began with; invalid where that was nothing
 };
 
-// Whose value a conflict is resolved to: the one of the tree, or the one of the file.
-enum class ConflictSide { Mine, Theirs };
+// What a conflict is resolved to: the value of the tree, the one of the file, or the one that both began
+// with.
+enum class ConflictSide { Mine, Theirs, Base };
 
 // What the files of backends do not hold yet. Any thread; refusals are logged with their reason.
 class VANTRY_CORE_EXPORT ChangesInterface
@@ -48,7 +49,8 @@ public:
     virtual Outcome revert(const QString& path) = 0;
 
     // Ends the conflicts at and below the path: Mine keeps the edits, which the next save writes; Theirs
-    // reverts them. NotFound where there is no conflict.
+    // reverts them; Base makes what both began with the edit, also where that was nothing. NotFound where
+    // there is no conflict.
     virtual Outcome resolveConflicts(const QString& path, ConflictSide side) = 0;
 
     // Some changes of a backend alone, those at and below these paths. Reverting gives up these, as revert
