@@ -799,7 +799,7 @@
     </message>
     <message>
         <source>Take &amp;Base</source>
-        <translation>&amp;Basis übernehmen</translation>
+        <translation>Basis &amp;übernehmen</translation>
     </message>
     <message>
         <source>Of the selected conflicts, what both sides began with comes back</source>
