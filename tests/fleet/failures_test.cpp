@@ -110,7 +110,7 @@ private slots:
         machine.listen(QStringLiteral("m.theirs"));
         cluster.freeze(0);
         QVERIFY(cluster.waitUntilReady(1));
-        others.put(keyOf("theirs"), R"({"t":"i64","v":"1"})");
+        QTRY_VERIFY_WITH_TIMEOUT(others.put(keyOf("theirs"), R"({"t":"i64","v":"1"})") > 0, longWait);
         // Edits do not wait until the silence of news is long enough.
         QTRY_COMPARE_WITH_TIMEOUT(refusalOf(machine.write(QStringLiteral("m.mine"), 2)), QString(), longWait);
         QTRY_COMPARE_WITH_TIMEOUT(refusalOf(machine.save()), QString(), longWait);
