@@ -52,7 +52,6 @@ public:
     // Until a number may be begun.
     void waitFor(int number)
     {
-        constexpr std::size_t mostAhead = 64;
         std::unique_lock lock(mutex);
         goesOn.wait(lock, [&] { return std::size_t(number) < next + mostAhead; });
     }
@@ -69,12 +68,16 @@ public:
             lock.unlock();
             carryOn(int(next));
             lock.lock();
-            goesOn.notify_all();
+            if (next % (mostAhead / 2) == 0) // to wake one costs as much as a file
+                goesOn.notify_all();
         }
         isBusy = false;
+        goesOn.notify_all();
     }
 
 private:
+    static constexpr std::size_t mostAhead = 64;
+
     std::mutex mutex;
     std::condition_variable goesOn;
     std::vector<bool> done;
