@@ -104,8 +104,8 @@ void StoreWriter::send(Lock& lock)
     state.changed.notify_all();
     if (!state.entries.getEdits().empty()) // who saves sends no more than his own
         state.work.notify_all();
-    if (state.savers > 0)
-        reportTrouble(lock); // while somebody is told of it
+    if (state.savers > 0) // before the save returns, which reports these conflicts and refusals itself
+        reportTrouble(lock);
     if (state.link == before)
         return;
     lock.unlock();

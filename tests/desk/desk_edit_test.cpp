@@ -78,7 +78,7 @@ private slots:
     }
     void cleanup() { close(); }
 
-    // What was done, and what was refused, is told with the names that people know.
+    // Undo texts and refusals show file names as they are on disk, not as paths encode them.
     void namesFilesAsTheyAre()
     {
         QVERIFY(QDir().mkpath(folder->path("site/net.d")));

@@ -48,9 +48,9 @@ public:
     // backend's root reverts the whole backend. Watchers are notified.
     virtual Outcome revert(const QString& path) = 0;
 
-    // Ends the conflicts at and below the path: Mine keeps the edits, which the next save writes; Theirs
-    // reverts them; Base makes what both began with the edit, also where that was nothing. NotFound where
-    // there is no conflict.
+    // Resolves the conflicts at and below the path. Mine keeps the edits, which the next save writes; Theirs
+    // reverts them; Base replaces them by what both sides began with, or by a removal where that was nothing.
+    // NotFound if nothing there is in conflict.
     virtual Outcome resolveConflicts(const QString& path, ConflictSide side) = 0;
 
     // Some changes of a backend alone, those at and below these paths. Reverting gives up these, as revert

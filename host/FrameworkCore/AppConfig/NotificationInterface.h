@@ -25,9 +25,9 @@ public:
 
     // Calls back on every operation that changes, creates, removes or reloads the attribute, which may be yet
     // to come. A path with "*" is a pattern: "*" stands for any run of characters, separators included.
-    // points is the sum of the UpdatePoints to listen to. The callback runs on the thread of the operation;
-    // how long that may be after the end of the registration is told there. Empty when the path or pattern is
-    // invalid.
+    // points is the sum of the UpdatePoints to listen to. The callback runs on the thread of the operation
+    // and may outlive its registration; see RegistrationInterface::end and endAndWait. Returns null if the
+    // path or pattern is invalid.
     //
     // Every operation that succeeds calls back, once for each point, before it returns, with what it has set;
     // by then the attribute holds that or something newer. Operations of one thread call back in their order.

@@ -15,8 +15,8 @@ namespace Repository::Documents {
 
 namespace {
 
-// Whether eight bytes are characters of ASCII that are no controls, or line feeds. The highest bit of each
-// byte tells, of sums that never reach the next one.
+// Whether each of eight bytes is printable ASCII or a line feed. The high bit of every byte holds its result;
+// the additions never carry into the next byte.
 bool arePlainOrBreaks(std::uint64_t eight)
 {
     constexpr std::uint64_t ones = 0x0101010101010101U;
