@@ -62,6 +62,24 @@ bool hasYamlListComment(std::string_view spelled, std::size_t column)
     return hasYamlComment(tree.getOriginal(), at, tree.getOriginal().size());
 }
 
+std::size_t findCommentOfYamlElements(const YamlTree& tree, NodeId list, const Texts& former,
+                                      const Texts& texts)
+{
+    if (tree.node(list).isFlow() || texts.empty() || texts.size() >= former.size())
+        return std::string::npos;
+    const auto changed = std::mismatch(texts.begin(), texts.end(), former.begin()).first;
+    if (changed != texts.end() && texts.back() == former.back())
+        return std::string::npos;
+    const std::string_view text = tree.getOriginal();
+    for (std::size_t i = texts.size(); i < former.size(); ++i) {
+        const std::size_t tail = skipYamlTail(text, tree.node(tree.elementAt(list, i - 1)).valueEnd);
+        const std::size_t comment = text.find('#', tail);
+        if (comment < tree.node(tree.elementAt(list, i)).begin)
+            return comment;
+    }
+    return std::string::npos;
+}
+
 std::string spellNewYamlList(const Texts& list)
 {
     YamlPlace place;
