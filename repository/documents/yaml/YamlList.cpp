@@ -120,8 +120,16 @@ Outcome editYamlList(YamlEditor& editor, const YamlFile& file, NodeId list, cons
     }
     const Texts added(begin.second + std::ptrdiff_t(common), begin.second + std::ptrdiff_t(newCount));
     const Outcome outcome = added.empty() ? Outcome() : editor.insertTexts(list, from + common, added);
-    if (outcome.ok())
-        editor.removeElements(list, from + common, oldCount - common);
+    if (!outcome.ok() || oldCount == common)
+        return outcome;
+    const std::size_t kept = from + common;
+    if (kept > 0 && end.first == former.rbegin() && !tree.node(list).isFlow() &&
+        findCommentOfYamlElements(tree, list, former, texts) == std::string::npos) {
+        const std::size_t valueEnd = tree.node(tree.elementAt(list, kept - 1)).valueEnd;
+        editor.replace(skipYamlTail(tree.getOriginal(), valueEnd), tree.node(list).valueEnd, {});
+    } else {
+        editor.removeElements(list, kept, oldCount - common);
+    }
     return outcome;
 }
 
