@@ -50,6 +50,10 @@ private slots:
         row("a.conf.dpkg-old", "", "ini");
         row("a.svg~", "", "xml");
         row("a.json.bak", "k = 1", "json");
+        row("a.ts", "// why\nimport {b} from 'c';\n", "");
+        row("a.policy", "// why\ngrant {\n};\n", "");
+        row(".eslintrc", "root: true\n", "");
+        row(".eslintrc", "// why", "json");
         // Or nothing.
         row("settings", "\xef\xbb\xbf{}", "json");
         row("settings", "[\n  1\n]", "json");
