@@ -20,6 +20,8 @@ using Reader = std::optional<Entries> (*)(const QString& file);
 std::optional<Entries> git(const QString& file);
 std::optional<Entries> krb5(const QString& file);
 std::optional<Entries> python(const QString& file); // without interpolation
+std::optional<Entries> commentedPython(const QString& file); // with comments after values
+std::optional<Entries> supervisor(const QString& file);
 std::optional<Entries> interpolatingPython(const QString& file);
 std::optional<Entries> glib(const QString& file);
 std::optional<Entries> kconfig(const QString& file);

@@ -126,6 +126,10 @@ private slots:
         row("my.cnf", "k=1", "ini:mysql");
         row("php.ini", "k=1", "ini:php");
         row("setup.cfg", "k=1", "ini:python");
+        row("a.conf", "# c\n[DEFAULT]\n", "ini:python");
+        row("a.local", "[Definition]\nk=1\n", "ini:fail2ban");
+        row("a.conf", "[program:a]\nk=1\n", "ini:supervisor");
+        row("mke2fs.conf", "[defaults]\n", "ini:krb5");
         row("smb.conf.bak", "k=1", "ini:samba");
         row("a.conf", "# c\n[Unit]\nk=1\n", "ini:systemd");
         row("a.ini", "[PHP]\nk=1\n", "ini:php");
