@@ -54,6 +54,7 @@ private slots:
         row("a.conf", "[a]\nk = [\n  \"b\",\n]\n", "toml");
         row("a.conf", "k = \"b\"\n[[a]]\nl = 1\n", "toml");
         row("a.conf", "k = \"b\"\nl = 1\n", "ini");
+        row("a.conf", "[a]\n\"b\" = \"c\"\n", "toml");
         row("a.conf", "k = [b]\n", "ini");
         row("a.conf", "# k = [1]\nk = 1\n", "ini");
         row("a.svg", "", "xml");
@@ -116,6 +117,8 @@ private slots:
         row("a.conf", "fastcgi_pass x;\nfastcgi_index y;\ntry_files $a =404;\n", "");
         row("a.conf", "a = 1\nb = (\n\t\"c\",\n)\n", "");
         row("a.conf", "a.b += ( \".c\" =>\n\t(( \"d\" => 1 )) )\n", "");
+        row("a.conf", "$a b\nif $c == 'd' or\n  $c == 'e' then /f\n", "");
+        row("arc", "K=1\nif [[ -z \"$K\" ]] &&\n   [[ $T != 'e' ]]\nthen\n  k[${L[m]}]=1\nfi\n", "");
         row("a.conf", "domain-needed\nbogus-priv\nno hosts\nserver=1.1.1.1\n", "ini");
         row("a.cfg", "title: a b\nflag x\nk = 1\n", "ini");
         row("Makefile", "CC = gcc\nCFLAGS = -O2\n", "");
