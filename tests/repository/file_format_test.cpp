@@ -117,6 +117,7 @@ private slots:
         row("a.conf", "fastcgi_pass x;\nfastcgi_index y;\ntry_files $a =404;\n", "");
         row("a.conf", "a = 1\nb = (\n\t\"c\",\n)\n", "");
         row("a.conf", "a.b += ( \".c\" =>\n\t(( \"d\" => 1 )) )\n", "");
+        row("a.conf", "a: b\n c: d == e\n", "ini");
         row("a.conf", "$a b\nif $c == 'd' or\n  $c == 'e' then /f\n", "");
         row("arc", "K=1\nif [[ -z \"$K\" ]] &&\n   [[ $T != 'e' ]]\nthen\n  k[${L[m]}]=1\nfi\n", "");
         row("a.conf", "domain-needed\nbogus-priv\nno hosts\nserver=1.1.1.1\n", "ini");

@@ -129,12 +129,12 @@ bool IniFormat::rulesOut(std::string_view text) const
             return false;
         const std::size_t equals = content.find('=');
         const bool isBlock = content.back() == '{' && equals == std::string_view::npos;
-        const std::string_view operation = content.substr(std::min(equals, content.size()), 2);
+        const std::size_t separator = std::min(equals, findColon(content));
+        const std::string_view operation = content.substr(std::min(separator, content.size()), 2);
         const bool isPair = operation == "=>" || operation == "==";
         if (isBlock || isPair || content.front() == '}' || content.front() == ')')
             return true;
         const bool goesOn = entries > 0 && indentOf(line.content) > 0;
-        const std::size_t separator = equals == std::string_view::npos ? findColon(content) : equals;
         if (separator != std::string_view::npos)
             ++(isAssigned(content.substr(0, separator)) || goesOn ? entries : others);
         else if (!goesOn)
