@@ -73,7 +73,7 @@ void Projection::showEntry(Backend& backend, const QString& path, const Framewor
     const QVariant variant = FrameworkCore::Values::toVariant(value);
     {
         const std::lock_guard shardLock(nodes.getTree().index.shardOf(node).mutex);
-        if (node.isAttribute() && FrameworkCore::Values::isSameValue(node.value, variant))
+        if (node.isAttribute() && node.value.isSame(variant))
             return;
     }
     nodes.setAttribute(node, variant, backend.getAccessMode(), kind);
@@ -81,7 +81,7 @@ void Projection::showEntry(Backend& backend, const QString& path, const Framewor
 
 void Projection::build(Backend& backend, Node& root)
 {
-    SubtreeBuilder builder(root);
+    SubtreeBuilder builder(root, nodes.getTree().pages);
     FrameworkCore::Values::Value ofRoot;
     backend.visitEntries([&](const Documents::Entry& entry) {
         if (entry.path.empty())
