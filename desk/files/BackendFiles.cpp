@@ -11,6 +11,7 @@
 #include "host/FrameworkCore/AppConfig/AttributePath.h"
 #include "host/Shared/Logging/LogStreamProvider.h"
 #include "host/Utilities/ModelViews/Widgets/AttributeTreeModelInputDialogs.h"
+#include "host/Utilities/ModelViews/Widgets/TransferWindow.h"
 
 #include <QHash>
 #include <QSet>
@@ -19,8 +20,9 @@
 
 namespace Vantry {
 
-using FrameworkCore::AppConfig::Interfaces::ConflictSide;
+using FrameworkCore::AppConfig::Interfaces::TransferReport;
 using Utilities::ModelViews::Widgets::AttributeTreeModelInputDialogs;
+using Utilities::ModelViews::Widgets::TransferWindow;
 
 BackendFiles::BackendFiles(std::shared_ptr<Repository> attributes, QWidget& parentWindow)
     : repository(std::move(attributes)), window(parentWindow), unsaved(repository->getChangesInterface())
@@ -102,8 +104,9 @@ bool BackendFiles::save(const QStringList& backends)
 bool BackendFiles::saveOne(const QString& backend, QStringList& refusals)
 {
     while (true) {
-        const QStringList reasons = refusalsOf(
-            {backend}, [this](const QString& name) { return repository->getBackendInterface()->save(name); });
+        const QStringList reasons =
+            refusalsOf(tr("Saving %1").arg(getLabel(backend)), {backend},
+                       [this](const QString& name) { return repository->getBackendInterface()->save(name); });
         if (reasons.isEmpty())
             return true;
         const auto conflicts = conflictsOf(backend);
@@ -116,23 +119,37 @@ bool BackendFiles::saveOne(const QString& backend, QStringList& refusals)
     }
 }
 
-// Why some of the backends refused the operation.
-QStringList BackendFiles::refusalsOf(const QStringList& backends, const Operation& operation) const
+// Why some of the backends refused the operation. It runs on another thread.
+QStringList BackendFiles::refusalsOf(const QString& title, const QStringList& backends,
+                                     const Operation& operation) const
 {
     const WaitCursor cursor;
     QStringList reasons;
-    for (const QString& backend : backends) {
-        const auto outcome = operation(backend);
-        if (!outcome.ok())
-            reasons.append(readableText(outcome, *repository));
-    }
+    const auto operate = [&](TransferReport&) {
+        for (const QString& backend : backends) {
+            const Outcome outcome = operation(backend);
+            if (!outcome.ok())
+                reasons.append(readableText(outcome, *repository));
+        }
+        return Outcome();
+    };
+    const Outcome ran = TransferWindow::run(title, operate, TransferWindow::Cancelling::Impossible);
+    if (!ran.ok())
+        reasons.append(ran.toText());
     return reasons;
 }
 
 QVector<BackendFiles::UnsavedChange> BackendFiles::conflictsOf(const QString& backend) const
 {
     const WaitCursor cursor;
-    auto changes = repository->getChangesInterface()->getUnsavedChanges(backend);
+    QVector<UnsavedChange> changes;
+    TransferWindow::run(
+        tr("Comparing %1").arg(getLabel(backend)),
+        [&](TransferReport&) {
+            changes = repository->getChangesInterface()->getUnsavedChanges(backend);
+            return Outcome();
+        },
+        TransferWindow::Cancelling::Impossible);
     const auto isNone = [](const UnsavedChange& change) { return !change.isConflict; };
     changes.erase(std::remove_if(changes.begin(), changes.end(), isNone), changes.end());
     return changes;
@@ -145,22 +162,34 @@ bool BackendFiles::resolve(const QString& backend, const QVector<UnsavedChange>&
     if (dialog.exec() != QDialog::Accepted)
         return false;
 
+    const QStringList reasons = resolve(backend, dialog.getChoices());
+    warn(tr("Not Resolved"), reasons);
+    return true;
+}
+
+// Why some of the choices were refused.
+QStringList BackendFiles::resolve(const QString& backend, const QMap<QString, ConflictSide>& choices)
+{
     const WaitCursor cursor;
-    const auto changes = repository->getChangesInterface();
-    const auto choices = dialog.getChoices();
+    QStringList reasons;
+    const auto resolveAt = [&](const QString& path, ConflictSide side) {
+        const Outcome outcome = repository->getChangesInterface()->resolveConflicts(path, side);
+        if (!outcome.ok() && outcome != FrameworkCore::AppConfig::NotFound)
+            reasons.append(readableText(outcome, *repository));
+    };
     const auto history = repository->getHistoryInterface();
     const auto step =
         history ? history->beginStep(tr("Resolve conflicts of %1").arg(getFileName(backend))) : nullptr;
     const ConflictSide first = choices.first();
     if (std::all_of(choices.begin(), choices.end(), [first](ConflictSide side) { return side == first; })) {
-        changes->resolveConflicts(backend, first);
-        return true;
+        resolveAt(backend, first);
+        return reasons;
     }
     // A path is resolved with what is below it, so that what is below must go first.
     const QStringList paths = choices.keys();
     for (auto path = paths.rbegin(); path != paths.rend(); ++path)
-        changes->resolveConflicts(*path, choices[*path]);
-    return true;
+        resolveAt(*path, choices[*path]);
+    return reasons;
 }
 
 bool BackendFiles::mayRevert(const QStringList& backends)
@@ -174,8 +203,10 @@ void BackendFiles::revert(const QStringList& backends)
 {
     if (!mayRevert(backends))
         return;
-    const QStringList reasons = refusalsOf(
-        backends, [this](const QString& name) { return repository->getChangesInterface()->revert(name); });
+    const QString title = tr("Reverting %1").arg(getLabels(backends).join(QLatin1String(", ")));
+    const QStringList reasons = refusalsOf(title, backends, [this](const QString& name) {
+        return repository->getChangesInterface()->revert(name);
+    });
     unsaved.look();
     warn(tr("Not Reverted"), reasons);
 }
@@ -183,7 +214,8 @@ void BackendFiles::revert(const QStringList& backends)
 void BackendFiles::reload(const QStringList& backends)
 {
     endCellEdit(window);
-    const QStringList reasons = refusalsOf(backends, [this](const QString& name) {
+    const QString title = tr("Reloading %1").arg(getLabels(backends).join(QLatin1String(", ")));
+    const QStringList reasons = refusalsOf(title, backends, [this](const QString& name) {
         return repository->getBackendInterface()->reloadBackend(name);
     });
     unsaved.look();
@@ -210,10 +242,11 @@ void BackendFiles::close(const QStringList& backends)
                                .arg(edited.size()));
     if (fate == Fate::Kept)
         return;
-    const QStringList reasons = refusalsOf(backends, [&](const QString& name) {
+    const QString title = tr("Closing %1").arg(getLabels(backends).join(QLatin1String(", ")));
+    const QStringList reasons = refusalsOf(title, backends, [&](const QString& name) {
         const auto present = repository->getBackendInterface();
         if (!present->getBackendInformation(name)) // it went with its folder
-            return FrameworkCore::AppConfig::Outcome();
+            return Outcome();
         const bool isEdited = std::any_of(edited.begin(), edited.end(), [&name](const QString& backend) {
             return FrameworkCore::AppConfig::isAtOrBelow(backend, name);
         });

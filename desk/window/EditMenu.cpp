@@ -6,6 +6,7 @@
 #include "desk/find/FindDock.h"
 #include "desk/window/NodeActions.h"
 #include "host/Utilities/ModelViews/Widgets/AttributeTreeModelInputDialogs.h"
+#include "host/Utilities/ModelViews/Widgets/TransferWindow.h"
 
 #include <QAbstractSpinBox>
 #include <QApplication>
@@ -15,6 +16,8 @@
 #include <QTextEdit>
 
 namespace Vantry {
+
+using Utilities::ModelViews::Widgets::TransferWindow;
 
 namespace {
 
@@ -75,7 +78,10 @@ void EditMenu::take(FrameworkCore::AppConfig::Outcome (History::*step)())
 {
     endCellEdit(window);
     const WaitCursor cursor;
-    (history.get()->*step)();
+    const QString title = step == &History::undo ? tr("Undoing %1").arg(history->getUndoName())
+                                                 : tr("Redoing %1").arg(history->getRedoName());
+    TransferWindow::run(
+        title, [&](auto&) { return (history.get()->*step)(); }, TransferWindow::Cancelling::Impossible);
     refresh();
 }
 
