@@ -25,13 +25,13 @@ auto at(Row& row, std::size_t place)
 
 void Children::append(Node& child)
 {
-    if (!prefixes.empty() && prefixes.size() == prefixes.capacity())
-        prefixes.reserve(2 * prefixes.size());
+    if (prefixes && prefixes->size() == prefixes->capacity())
+        prefixes->reserve(2 * prefixes->size());
     child.slot = quint32(places.size());
     places.push_back(&child); // nothing fails after it, so that the child is in both or in none
     ++count;
-    if (!prefixes.empty())
-        prefixes.push_back(prefixOf(child));
+    if (prefixes)
+        prefixes->push_back(prefixOf(child));
     else if (places.size() == manyPlaces)
         fillPrefixes();
 }
@@ -55,16 +55,16 @@ void Children::insert(Node& child, std::size_t place)
         append(child);
     } else {
         places[gap] = &child;
-        if (!prefixes.empty())
-            prefixes[gap] = prefixOf(child);
+        if (prefixes)
+            (*prefixes)[gap] = prefixOf(child);
         ++count;
     }
     const auto moveUp = [place, gap](auto& row) {
         std::rotate(at(row, place), at(row, gap), at(row, gap + 1));
     };
     moveUp(places);
-    if (!prefixes.empty())
-        moveUp(prefixes);
+    if (prefixes)
+        moveUp(*prefixes);
     giveOwnSlots(place, gap + 1);
 }
 
@@ -73,9 +73,9 @@ void Children::makeRoom(std::size_t place)
 {
     const std::size_t size = places.size() + nearPlaces;
     places.reserve(size);
-    if (!prefixes.empty()) {
-        prefixes.reserve(size);
-        prefixes.insert(at(prefixes, place), nearPlaces, NamePrefix());
+    if (prefixes) {
+        prefixes->reserve(size);
+        prefixes->insert(at(*prefixes, place), nearPlaces, NamePrefix());
     }
     places.insert(at(places, place), nearPlaces, nullptr);
     giveOwnSlots(place + nearPlaces, size);
@@ -111,7 +111,7 @@ bool Children::orderBySlots() noexcept
     if (isMoved)
         std::stable_sort(places.begin(), places.end(), isBefore);
     giveOwnSlots(0, places.size());
-    prefixes.clear();
+    prefixes.reset();
     if (places.size() >= manyPlaces)
         fillPrefixes();
     return isMoved;
@@ -137,7 +137,7 @@ void Children::remove(Node& child)
         }
     }
     places = std::move(closed);
-    prefixes.clear();
+    prefixes.reset();
     if (places.size() >= manyPlaces)
         fillPrefixes();
 }
@@ -145,13 +145,14 @@ void Children::remove(Node& child)
 void Children::shrink()
 {
     places.shrink_to_fit();
-    prefixes.shrink_to_fit();
+    if (prefixes)
+        prefixes->shrink_to_fit();
 }
 
 void Children::setBranchBit(const Node& child)
 {
-    if (!prefixes.empty())
-        prefixes[child.slot].setBranchBit();
+    if (prefixes)
+        (*prefixes)[child.slot].setBranchBit();
 }
 
 NamePrefix Children::prefixOf(const Node& child)
@@ -166,12 +167,14 @@ NamePrefix Children::prefixOf(const Node& child)
 void Children::fillPrefixes()
 {
     try {
-        prefixes.reserve(places.capacity());
+        prefixes = std::make_unique<std::vector<NamePrefix>>();
+        prefixes->reserve(places.capacity());
     } catch (const std::bad_alloc&) {
+        prefixes.reset();
         return;
     }
     for (const Node* const child : places)
-        prefixes.push_back(child ? prefixOf(*child) : NamePrefix());
+        prefixes->push_back(child ? prefixOf(*child) : NamePrefix());
 }
 
 void NodeDeleter::operator()(Node* node) const noexcept

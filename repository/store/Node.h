@@ -53,7 +53,7 @@ struct Children
     void visit(const NameFilter& filter, const Visitor& visitor) const
     {
         for (std::size_t i = 0; i < places.size(); ++i) {
-            if ((prefixes.empty() || filter.accepts(prefixes[i])) && places[i] && !visitor(*places[i]))
+            if ((!prefixes || filter.accepts((*prefixes)[i])) && places[i] && !visitor(*places[i]))
                 return;
         }
     }
@@ -64,7 +64,7 @@ private:
     void makeRoom(std::size_t place);
     void giveOwnSlots(std::size_t begin, std::size_t end) noexcept;
 
-    std::vector<NamePrefix> prefixes; // one for each place, or none at all while the places are few
+    std::unique_ptr<std::vector<NamePrefix>> prefixes; // one for each place; null while the places are few
 };
 
 // One place in the tree. What it is made of is guarded in two ways; see AttributeTree. There may be

@@ -6,8 +6,8 @@
 
 namespace Repository {
 
-// Memory for nodes that are made by the thousand, which spares each the allocator's own bytes. A page is
-// freed with the last node in it. Taking: one thread at a time; releasing: any thread.
+// Memory for nodes that are made by the thousand, and for their texts, which spares each the allocator's own
+// bytes. A page is freed with the last that lies in it. Taking: one thread at a time; releasing: any thread.
 class NodePages
 {
 public:

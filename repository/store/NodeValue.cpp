@@ -2,6 +2,7 @@
 
 #include "host/FrameworkCore/Values/Utf8.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
+#include "repository/store/NodePages.h"
 
 #include <algorithm>
 #include <cstring>
@@ -21,6 +22,7 @@ constexpr quint64 formMask = (1 << formBits) - 1;
 enum Form : quint64 {
     Variant,   // a pointer to it, or null
     Text,      // a pointer to its size in one byte and its characters
+    PagedText, // the same in NodePages
     ShortText, // its size in the rest of the lowest byte, and its characters in the others
     Bool,
     Integer,
@@ -54,7 +56,7 @@ NodeValue::NodeValue(const QVariant& variant)
     case QMetaType::QString: {
         const QString& text = *static_cast<const QString*>(variant.constData());
         const auto* const characters = reinterpret_cast<const char16_t*>(text.utf16());
-        if (!text.isNull() && takeCharacters(characters, std::size_t(text.size())))
+        if (!text.isNull() && takeCharacters(characters, std::size_t(text.size()), nullptr))
             return;
         break;
     }
@@ -86,11 +88,11 @@ NodeValue::NodeValue(const QVariant& variant)
     word = reinterpret_cast<quint64>(new QVariant(variant)) | Variant;
 }
 
-NodeValue::NodeValue(const Value& value)
+NodeValue::NodeValue(const Value& value, NodePages* pages)
 {
     const auto* const text = value.type == Type::String ? std::get_if<std::string>(&value.data) : nullptr;
     const bool isTaken = text && FrameworkCore::Values::isAscii(*text) &&
-                         takeCharacters(reinterpret_cast<const quint8*>(text->data()), text->size());
+                         takeCharacters(reinterpret_cast<const quint8*>(text->data()), text->size(), pages);
     if (!isTaken)
         *this = NodeValue(FrameworkCore::Values::toVariant(value));
 }
@@ -106,12 +108,14 @@ NodeValue::~NodeValue()
     if (formOf(word) == Variant)
         delete getVariant();
     else if (formOf(word) == Text)
-        delete[] reinterpret_cast<char*>(word - Text);
+        delete[] getBlock();
+    else if (formOf(word) == PagedText)
+        NodePages::release(getBlock());
 }
 
 // Whether they can be had in this form.
 template <typename Character>
-bool NodeValue::takeCharacters(const Character* characters, std::size_t size)
+bool NodeValue::takeCharacters(const Character* characters, std::size_t size, NodePages* pages)
 {
     const Character* const end = characters + size;
     if (size > longestText || std::any_of(characters, end, [](Character c) { return c > 0xFF; }))
@@ -122,23 +126,32 @@ bool NodeValue::takeCharacters(const Character* characters, std::size_t size)
             word |= quint64(characters[i]) << (8 * (i + 1));
         return true;
     }
-    char* const block = new char[size + 1];
+    auto* block = pages ? static_cast<char*>(pages->take(size + 1)) : nullptr;
+    const Form form = block ? PagedText : Text;
+    if (!block)
+        block = new char[size + 1];
     block[0] = char(size);
     std::transform(characters, end, block + 1, [](Character c) { return char(c); });
-    word = reinterpret_cast<quint64>(block) | Text;
+    word = reinterpret_cast<quint64>(block) | form;
     return true;
 }
 
 bool NodeValue::isText() const
 {
-    return formOf(word) == Text || formOf(word) == ShortText;
+    const Form form = formOf(word);
+    return form == Text || form == PagedText || form == ShortText;
+}
+
+char* NodeValue::getBlock() const
+{
+    return reinterpret_cast<char*>(word & ~formMask);
 }
 
 template <typename Use>
 auto NodeValue::useText(const Use& use) const
 {
-    if (formOf(word) == Text) {
-        const char* const block = reinterpret_cast<const char*>(word - Text);
+    if (formOf(word) != ShortText) {
+        const char* const block = getBlock();
         return use(QLatin1String(block + 1, quint8(*block)));
     }
     char characters[longestShortText];
@@ -151,6 +164,7 @@ int NodeValue::getType() const
 {
     switch (formOf(word)) {
     case Text:
+    case PagedText:
     case ShortText:
         return QMetaType::QString;
     case Bool:
@@ -170,6 +184,7 @@ QVariant NodeValue::toVariant() const
 {
     switch (formOf(word)) {
     case Text:
+    case PagedText:
     case ShortText:
         return useText([](QLatin1String text) { return FrameworkCore::Values::holdingText(text); });
     case Bool:

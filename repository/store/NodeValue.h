@@ -8,6 +8,8 @@
 
 namespace Repository {
 
+class NodePages;
+
 // The value of an attribute in one word, since there may be millions: short texts and nearly all numbers lie
 // in the word itself, longer texts in a block of one byte for each character where that is enough, and all
 // else in a QVariant of its own. One thread at a time.
@@ -19,8 +21,8 @@ public:
     // Of an attribute type, or invalid for null.
     explicit NodeValue(const QVariant& variant);
 
-    // As Values::toVariant has it.
-    explicit NodeValue(const FrameworkCore::Values::Value& value);
+    // As Values::toVariant has it. A text may lie in the pages.
+    explicit NodeValue(const FrameworkCore::Values::Value& value, NodePages* pages = nullptr);
 
     NodeValue(NodeValue&& other) noexcept : word(std::exchange(other.word, 0)) {}
     NodeValue& operator=(NodeValue&& other) noexcept;
@@ -39,8 +41,9 @@ public:
 
 private:
     template <typename Character>
-    bool takeCharacters(const Character* characters, std::size_t size);
+    bool takeCharacters(const Character* characters, std::size_t size, NodePages* pages);
     bool isText() const; // that is in no QVariant
+    char* getBlock() const;
     template <typename Use>
     auto useText(const Use& use) const;
     QVariant* getVariant() const { return reinterpret_cast<QVariant*>(word); }

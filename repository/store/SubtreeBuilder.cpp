@@ -30,7 +30,7 @@ void SubtreeBuilder::add(std::string_view path, const Value& value)
     node->setAccess(root.getAccess());
     if (value.type != Type::Group) {
         node->setAttribute(true);
-        node->value = NodeValue(value);
+        node->value = NodeValue(value, &pages);
     }
     if (!parent.children)
         groups.push_back(&parent);

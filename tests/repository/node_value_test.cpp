@@ -1,4 +1,5 @@
 #include "host/FrameworkCore/Values/VariantValue.h"
+#include "repository/store/NodePages.h"
 #include "repository/store/NodeValue.h"
 #include "tests/support/Columns.h"
 #include "tests/support/TestRun.h"
@@ -7,8 +8,10 @@
 #include <QStringList>
 
 #include <limits>
+#include <memory>
 
 using FrameworkCore::Values::isSameValue;
+using Repository::NodePages;
 using Repository::NodeValue;
 
 class NodeValueTest : public QObject
@@ -67,8 +70,15 @@ private slots:
         QVERIFY(isSameValue(kept.toVariant(), value));
         QCOMPARE(kept.toVariant().isNull(), value.isNull());
         QVERIFY(kept.isSame(value));
-        if (value.isValid())
-            QVERIFY(isSameValue(NodeValue(FrameworkCore::Values::toValue(value)).toVariant(), value));
+        if (value.isValid()) {
+            const auto written = FrameworkCore::Values::toValue(value);
+            auto pages = std::make_unique<NodePages>();
+            const NodeValue read(written);
+            const NodeValue paged(written, pages.get());
+            pages.reset(); // which the value outlives
+            for (const NodeValue* const same : {&read, &paged})
+                QVERIFY(isSameValue(same->toVariant(), value) && same->isSame(value));
+        }
         NodeValue moved;
         moved = std::move(kept);
         QVERIFY(isSameValue(moved.toVariant(), value));
