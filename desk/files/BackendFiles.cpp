@@ -2,6 +2,7 @@
 
 #include "desk/common/CellEdit.h"
 #include "desk/common/Confirmation.h"
+#include "desk/common/LongWork.h"
 #include "desk/common/ReadableText.h"
 #include "desk/common/WaitCursor.h"
 #include "desk/files/ConflictDialog.h"
@@ -11,7 +12,6 @@
 #include "host/FrameworkCore/AppConfig/AttributePath.h"
 #include "host/Shared/Logging/LogStreamProvider.h"
 #include "host/Utilities/ModelViews/Widgets/AttributeTreeModelInputDialogs.h"
-#include "host/Utilities/ModelViews/Widgets/TransferWindow.h"
 
 #include <QHash>
 #include <QSet>
@@ -20,9 +20,7 @@
 
 namespace Vantry {
 
-using FrameworkCore::AppConfig::Interfaces::TransferReport;
 using Utilities::ModelViews::Widgets::AttributeTreeModelInputDialogs;
-using Utilities::ModelViews::Widgets::TransferWindow;
 
 BackendFiles::BackendFiles(std::shared_ptr<Repository> attributes, QWidget& parentWindow)
     : repository(std::move(attributes)), window(parentWindow), unsaved(repository->getChangesInterface())
@@ -119,37 +117,22 @@ bool BackendFiles::saveOne(const QString& backend, QStringList& refusals)
     }
 }
 
-// Why some of the backends refused the operation. It runs on another thread.
+// Why some of the backends refused the operation.
 QStringList BackendFiles::refusalsOf(const QString& title, const QStringList& backends,
                                      const Operation& operation) const
 {
-    const WaitCursor cursor;
-    QStringList reasons;
-    const auto operate = [&](TransferReport&) {
-        for (const QString& backend : backends) {
-            const Outcome outcome = operation(backend);
-            if (!outcome.ok())
-                reasons.append(readableText(outcome, *repository));
-        }
-        return Outcome();
-    };
-    const Outcome ran = TransferWindow::run(title, operate, TransferWindow::Cancelling::Impossible);
-    if (!ran.ok())
-        reasons.append(ran.toText());
-    return reasons;
+    return Vantry::refusalsOf(title, *repository, [&](const NoteOutcome& note) {
+        for (const QString& backend : backends)
+            note(operation(backend));
+    });
 }
 
 QVector<BackendFiles::UnsavedChange> BackendFiles::conflictsOf(const QString& backend) const
 {
-    const WaitCursor cursor;
     QVector<UnsavedChange> changes;
-    TransferWindow::run(
-        tr("Comparing %1").arg(getLabel(backend)),
-        [&](TransferReport&) {
-            changes = repository->getChangesInterface()->getUnsavedChanges(backend);
-            return Outcome();
-        },
-        TransferWindow::Cancelling::Impossible);
+    Vantry::refusalsOf(tr("Comparing %1").arg(getLabel(backend)), *repository, [&](const NoteOutcome&) {
+        changes = repository->getChangesInterface()->getUnsavedChanges(backend);
+    });
     const auto isNone = [](const UnsavedChange& change) { return !change.isConflict; };
     changes.erase(std::remove_if(changes.begin(), changes.end(), isNone), changes.end());
     return changes;
@@ -170,26 +153,24 @@ bool BackendFiles::resolve(const QString& backend, const QVector<UnsavedChange>&
 // Why some of the choices were refused.
 QStringList BackendFiles::resolve(const QString& backend, const QMap<QString, ConflictSide>& choices)
 {
-    const WaitCursor cursor;
-    QStringList reasons;
-    const auto resolveAt = [&](const QString& path, ConflictSide side) {
-        const Outcome outcome = repository->getChangesInterface()->resolveConflicts(path, side);
-        if (!outcome.ok() && outcome != FrameworkCore::AppConfig::NotFound)
-            reasons.append(readableText(outcome, *repository));
-    };
-    const auto history = repository->getHistoryInterface();
-    const auto step =
-        history ? history->beginStep(tr("Resolve conflicts of %1").arg(getFileName(backend))) : nullptr;
-    const ConflictSide first = choices.first();
-    if (std::all_of(choices.begin(), choices.end(), [first](ConflictSide side) { return side == first; })) {
-        resolveAt(backend, first);
-        return reasons;
-    }
-    // A path is resolved with what is below it, so that what is below must go first.
-    const QStringList paths = choices.keys();
-    for (auto path = paths.rbegin(); path != paths.rend(); ++path)
-        resolveAt(*path, choices[*path]);
-    return reasons;
+    const QString name = tr("Resolve conflicts of %1").arg(getFileName(backend));
+    return refusalsOfStep(name, *repository, [&](const NoteOutcome& note) {
+        const auto resolveAt = [&](const QString& path, ConflictSide side) {
+            const Outcome outcome = repository->getChangesInterface()->resolveConflicts(path, side);
+            if (outcome != FrameworkCore::AppConfig::NotFound) // it is resolved with another
+                note(outcome);
+        };
+        const ConflictSide first = choices.first();
+        const auto isFirst = [first](ConflictSide side) { return side == first; };
+        if (std::all_of(choices.begin(), choices.end(), isFirst)) {
+            resolveAt(backend, first);
+            return;
+        }
+        // A path is resolved with what is below it, so that what is below must go first.
+        const QStringList paths = choices.keys();
+        for (auto path = paths.rbegin(); path != paths.rend(); ++path)
+            resolveAt(*path, choices[*path]);
+    });
 }
 
 bool BackendFiles::mayRevert(const QStringList& backends)
@@ -203,9 +184,10 @@ void BackendFiles::revert(const QStringList& backends)
 {
     if (!mayRevert(backends))
         return;
-    const QString title = tr("Reverting %1").arg(getLabels(backends).join(QLatin1String(", ")));
-    const QStringList reasons = refusalsOf(title, backends, [this](const QString& name) {
-        return repository->getChangesInterface()->revert(name);
+    const QString title = tr("Revert %1").arg(getFileNames(backends).join(QLatin1String(", ")));
+    const QStringList reasons = refusalsOfStep(title, *repository, [&](const NoteOutcome& note) {
+        for (const QString& backend : backends)
+            note(repository->getChangesInterface()->revert(backend));
     });
     unsaved.look();
     warn(tr("Not Reverted"), reasons);

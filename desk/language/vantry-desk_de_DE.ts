@@ -731,16 +731,16 @@
         <translation>Nicht entschieden</translation>
     </message>
     <message>
-        <source>Reverting %1</source>
-        <translation>%1 wird zurückgesetzt</translation>
-    </message>
-    <message>
         <source>Reloading %1</source>
         <translation>%1 wird neu geladen</translation>
     </message>
     <message>
         <source>Closing %1</source>
         <translation>%1 wird geschlossen</translation>
+    </message>
+    <message>
+        <source>Revert %1</source>
+        <translation>%1 zurücksetzen</translation>
     </message>
 </context>
 <context>
@@ -828,6 +828,10 @@
     <message>
         <source>Of the selected conflicts, what both sides began with comes back</source>
         <translation>Bei den ausgewählten Konflikten kommt zurück, womit beide Seiten begonnen haben</translation>
+    </message>
+    <message>
+        <source>Saving changes</source>
+        <translation>Änderungen werden gespeichert</translation>
     </message>
 </context>
 <context>

@@ -1,12 +1,11 @@
 #include "desk/window/EditMenu.h"
 
 #include "desk/common/CellEdit.h"
+#include "desk/common/LongWork.h"
 #include "desk/common/MenuText.h"
-#include "desk/common/WaitCursor.h"
 #include "desk/find/FindDock.h"
 #include "desk/window/NodeActions.h"
 #include "host/Utilities/ModelViews/Widgets/AttributeTreeModelInputDialogs.h"
-#include "host/Utilities/ModelViews/Widgets/TransferWindow.h"
 
 #include <QAbstractSpinBox>
 #include <QApplication>
@@ -16,8 +15,6 @@
 #include <QTextEdit>
 
 namespace Vantry {
-
-using Utilities::ModelViews::Widgets::TransferWindow;
 
 namespace {
 
@@ -77,11 +74,9 @@ void EditMenu::name(QAction& action, const QString& verb, const QString& step)
 void EditMenu::take(FrameworkCore::AppConfig::Outcome (History::*step)())
 {
     endCellEdit(window);
-    const WaitCursor cursor;
     const QString title = step == &History::undo ? tr("Undoing %1").arg(history->getUndoName())
                                                  : tr("Redoing %1").arg(history->getRedoName());
-    TransferWindow::run(
-        title, [&](auto&) { return (history.get()->*step)(); }, TransferWindow::Cancelling::Impossible);
+    refusalsOf(title, *repository, [&](const NoteOutcome&) { (history.get()->*step)(); });
     refresh();
 }
 

@@ -74,7 +74,7 @@ private:
 } // namespace
 
 FrameworkCore::AppConfig::Outcome TransferWindow::run(const QString& text, const Operation& operation,
-                                                      Cancelling cancelling)
+                                                      Cancelling cancelling, WithoutThread withoutThread)
 {
     TransferReport report;
     if (!qobject_cast<QApplication*>(QCoreApplication::instance()) || !isOnGuiThread())
@@ -82,7 +82,8 @@ FrameworkCore::AppConfig::Outcome TransferWindow::run(const QString& text, const
     QString failure;
     std::future<Outcome> outcome = startWorker([&] { return runGuarded(text, operation, report); }, failure);
     if (!outcome.valid())
-        return fail(text, failure);
+        return withoutThread == WithoutThread::Block ? runGuarded(text, operation, report)
+                                                     : fail(text, failure);
     const auto isDone = [&outcome](std::chrono::milliseconds time) {
         return outcome.wait_for(time) == std::future_status::ready;
     };
