@@ -93,7 +93,7 @@ ConflictDialog::ConflictDialog(Purpose dialogPurpose, const QString& backend, co
     showState();
 }
 
-void ConflictDialog::setUpSides(QLayout& column)
+void ConflictDialog::setUpSides(QVBoxLayout& column)
 {
     auto* const row = new QHBoxLayout;
     row->addWidget(new PlainLabel(tr("For the selected rows:")));
@@ -109,7 +109,7 @@ void ConflictDialog::setUpSides(QLayout& column)
     if (purpose == Purpose::Save)
         offer(ConflictSide::Base, tr("Take &Base"));
     row->addStretch();
-    column.addItem(row);
+    column.addLayout(row);
 }
 
 void ConflictDialog::setUpRows()

@@ -6,9 +6,9 @@
 #include <QMap>
 #include <QVector>
 
-class QLayout;
 class QPushButton;
 class QTreeWidget;
+class QVBoxLayout;
 
 namespace Vantry {
 
@@ -34,7 +34,7 @@ public:
 
 private:
     void setUpRows();
-    void setUpSides(QLayout& column);
+    void setUpSides(QVBoxLayout& column);
     void addRows(const QString& backend, const QVector<UnsavedChange>& conflicts);
     void choose(ConflictSide side);
     void showState();
