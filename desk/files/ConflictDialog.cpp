@@ -63,7 +63,7 @@ ConflictDialog::ConflictDialog(Purpose dialogPurpose, const QString& backend, co
     setObjectName(QStringLiteral("conflicts"));
     const bool isSave = purpose == Purpose::Save;
     setWindowTitle(isSave ? tr("Changed by Another Program") : tr("Changed since Then"));
-    resize(720, 360);
+    resize(860, 360);
     auto* const column = new QVBoxLayout(this);
     auto* const text = new PlainLabel(
         (isSave ? tr("%1 was not saved: another program has changed what was edited here. Choose for each "

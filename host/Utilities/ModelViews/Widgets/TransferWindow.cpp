@@ -4,6 +4,7 @@
 #include "host/Utilities/HostLog.h"
 #include "host/Utilities/ModelViews/ToolTipText.h"
 #include "host/Utilities/ModelViews/Widgets/PlainLabel.h"
+#include "host/Utilities/PollingPause.h"
 #include "host/Utilities/Worker.h"
 
 #include <QApplication>
@@ -90,6 +91,7 @@ FrameworkCore::AppConfig::Outcome TransferWindow::run(const QString& text, const
     if (isDone(unnoticed))
         return outcome.get();
 
+    const PollingPause pause;
     QPointer<TransferWindow> window; // may go with its parent
     QEventLoop loop;
     QTimer look;
