@@ -1658,6 +1658,10 @@
         <source>MySQL does not take that for a name</source>
         <translation>MySQL nimmt das nicht als Namen</translation>
     </message>
+    <message>
+        <source>this comment is between elements that would go; remove them one by one instead</source>
+        <translation>dieser Kommentar steht zwischen Elementen, die entfielen; entfernen Sie sie stattdessen einzeln</translation>
+    </message>
 </context>
 <context>
     <name>Repository</name>
