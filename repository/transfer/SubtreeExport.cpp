@@ -168,7 +168,6 @@ void SubtreeExport::takeComments(const Backend& source)
         if (const auto original = encoding ? encoding->originalOf({below, {}, {}}) : std::nullopt)
             below = original->path;
         comment.path = placeBelow(above, below);
-        comment.isAtEnd = comment.isAtEnd && above.empty();
         comments.push_back(std::move(comment));
     }
 }

@@ -243,6 +243,17 @@ private slots:
             "# of s\n[s]\n# in s\na = 0x10\n\n# of u\n[s.u]\nb = 'q'\n",
             "# of s\n[s]\n# in s\na = 0x10\n\n# of u\n[s.u]\nb = 'q'\n\n# of s\n[t]\n# in s\na = 0x10\n\n"
             "# of u\n[t.u]\nb = 'q'\n");
+        const QByteArray ends =
+            "x = 1\n# y = 2\n\n# of a\n[a]\nx = 1\n# y = 2\n\n# z = 3\n\n# of c\n# [c]\n\n"
+            "# Of b\n\n# too\n[b]\n# nothing\n\n[a.d]\nk = 1\n# end of d\n\n# end\n";
+        const QByteArray movedEnds =
+            "x = 1\n# y = 2\n\n# of c\n# [c]\n\n# Of b\n\n# too\n[b]\n# nothing\n\n# of a\n[b.e]\nx = 1\n"
+            "# y = 2\n\n# z = 3\n\n[b.e.d]\nk = 1\n# end of d\n\n# end\n";
+        row("toml: move with ends", "toml", "m.a", "m.b.e", true, ends, movedEnds);
+        row("ini: move with ends", "ini", "m.a", "m.b.e", true, ends,
+            "x = 1\n# y = 2\n\n\n# of c\n# [c]\n\n# Of b\n\n# too\n[b]\n# nothing\n\n\n# end\n\n# of "
+            "a\n[b.e]\nx = 1\n"
+            "# y = 2\n\n# z = 3\n\n[b.e.d]\nk = 1\n# end of d\n");
         row("yaml: key", "yaml", "m.a.b", "m.a.c", true, "a:\n  'b' : 0x1F # d\n", "a:\n  'c' : 0x1F # d\n");
         row("yaml: move", "yaml", "m.s.b", "m.t.c", true,
             "s:\n  a: 1\n\n  # of b\n  # too\n  b: # in b\n  - 1.0 # after\n\nt:\n    x: 1\n# end\n",
