@@ -178,6 +178,40 @@ private slots:
         QCOMPARE(content("j.new"), expected);
     }
 
+    // Comments at the end of a group are at its end in another format, too.
+    void carriesEnds_data()
+    {
+        const auto row =
+            TestSupport::columns<QString, QByteArray, QString, QByteArray>("from", "text", "to", "expected");
+        const QByteArray toml =
+            "[a]\nx = 1\n# y = 2\n\n# z = 3\n\n[a.b]\n# k = 1\n\n[[a.t]]\nq = 1\n# last\n\n"
+            "# the file\n";
+        row("toml to yaml", "toml", toml, "yaml",
+            "new:\n  x: 1\n  # y = 2\n  # z = 3\n  b: {}\n  # k = 1\n  t:\n    - q: 1\n      # last\n");
+        row("toml to ini", "toml", toml, "ini",
+            "[new]\nx=1\n# y = 2\n# z = 3\n\n[new.b]\n# k = 1\n\n[new.t.0]\nq=1\n# last\n");
+        row("ini to toml", "ini", "; top\n\n[a]\nx=1\n; y=2\n\n; of c\n[c]\n", "toml", "[new]\nx = 1\n# y=2\n");
+        row("yaml to toml", "yaml", "a:\n  x: 1\n  b:\n    y: 1\n    # in b\n  # in a\n# all\n", "toml",
+            "[new]\nx = 1\n\n[new.b]\ny = 1\n# in b\n# in a\n");
+    }
+
+    void carriesEnds()
+    {
+        QFETCH(QString, from);
+        QFETCH(QByteArray, text);
+        QFETCH(QString, to);
+        QVERIFY(mount(from, "f", text));
+        QVERIFY(mount(to, "g", {}));
+        history()->recordThisThread();
+        QCOMPARE(copy("f.a", "g.new"), Success);
+        QTEST(saved("g"), "expected");
+        QVERIFY(history()->undo());
+        QCOMPARE(move("f.a", "g.new"), Success);
+        QTEST(saved("g"), "expected");
+        QVERIFY(history()->undo());
+        QCOMPARE(saved("f"), text);
+    }
+
     // Within a format: spelling, comments and layout. What has no place there comes by its values.
     void exportsAsWritten_data()
     {

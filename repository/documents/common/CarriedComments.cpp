@@ -135,7 +135,7 @@ public:
         if (marks.opening.empty() || hasClosing || comment.isInstruction || !isPlain(comment))
             return false;
         if (comment.isAtEnd && comment.path.empty() && comment.last.empty())
-            return addAbove(comment, marks.text.size());
+            return addAtEndOfFile(comment);
         if (comment.isAtEnd)
             return addAtEnd(comment);
         if (comment.path.empty())
@@ -182,6 +182,13 @@ private:
         if (comment.isApart)
             piece += lineEnd;
         return true;
+    }
+
+    bool addAtEndOfFile(const CarriedComment& comment)
+    {
+        if (marks.endsInSection && pieces[marks.text.size()].empty())
+            pieces[marks.text.size()] += (endsLine(marks.text) ? "" : lineEnd) + lineEnd;
+        return addAbove(comment, marks.text.size());
     }
 
     // Below the entry that it followed, or all in the group, or the line that begins that.
@@ -358,8 +365,8 @@ std::vector<CarriedComment> commentsOf(const TextMarks& marks)
         }
         const std::string_view below =
             marks.text.substr(std::min(textLineAt(marks.text, end).end, marks.text.size()));
-        carried.isApart = !carried.isBehind && !isInFront && !below.empty() &&
-                          isBlankLine(textLineAt(below, 0).content);
+        carried.isApart =
+            !carried.isBehind && !isInFront && !below.empty() && isBlankLine(textLineAt(below, 0).content);
         const bool goesOn = !found.empty() && !carried.isInstruction && !found.back().isInstruction &&
                             !carried.isBehind && !found.back().isBehind && !found.back().isApart &&
                             former == line && found.back().path == carried.path &&

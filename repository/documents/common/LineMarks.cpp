@@ -38,6 +38,8 @@ TextMarks LineFile::getMarks() const
         if (node.entry != none)
             marks.begins.push_back({path, beginOf(node.entry)});
         else if (node.hasHeader())
+            marks.endsInSection = true;
+        if (node.entry == none && node.hasHeader())
             marks.begins.push_back({path, beginOf(node.section->header), endOf(node.section->last)});
     });
     for (std::uint32_t piece = pieces.front(); piece != none; piece = pieces[piece].next) {

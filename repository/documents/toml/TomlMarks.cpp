@@ -27,6 +27,8 @@ TextMarks TomlDocument::getMarks() const
             marks.begins.push_back({path, isPart ? node.value : tree.statement(node.statement).begin,
                                     isPart ? 0 : endOf(node.statement)});
     });
+    const NodeId lastNode = tree.statement(tree.getLastStatement()).node;
+    marks.endsInSection = lastNode != noNode && editor.blockOf(lastNode) != tree.getRoot();
     for (std::size_t at = 0; at < marks.text.size();) {
         const char c = marks.text[at];
         if (c == '"' || c == '\'') {
