@@ -117,8 +117,10 @@ Outcome SubtreeCopy::changeDocuments(PartWriter& writer, SubtreeRemoval& removal
         outcome = writer.writeDocuments();
     if (!outcome.ok() || !isMove || !source.backend)
         return outcome;
+    // Comments above that have no place there stay here.
+    const bool takesComments = isWritten && report.getCommentsLeftOut() == 0;
     DocumentEdit& document = transaction.edit(*source.backend);
-    return ofSource(isWritten ? document.removeExcerpt(from) : document.remove(from));
+    return ofSource(takesComments ? document.removeExcerpt(from) : document.remove(from));
 }
 
 } // namespace Repository

@@ -243,6 +243,10 @@ private slots:
             "# of s\n[s]\n# in s\na = 0x10\n\n# of u\n[s.u]\nb = 'q'\n",
             "# of s\n[s]\n# in s\na = 0x10\n\n# of u\n[s.u]\nb = 'q'\n\n# of s\n[t]\n# in s\na = 0x10\n\n"
             "# of u\n[t.u]\nb = 'q'\n");
+        row("toml: text of a list", "toml", "m.l.0", "m.t.c", true,
+            "l = [\n  \"p\", # of p\n  \"q\",\n]\n[t]\n", "l = [\n  \"q\",\n]\n[t]\nc = \"p\" # of p\n");
+        row("toml: comments without a place", "toml", "m.s", "m.t.s", true, "t = {}\n\n# of s\n[s]\nk = 1\n",
+            "t = { s = { k = 1 } }\n\n# of s\n");
         const QByteArray ends =
             "x = 1\n# y = 2\n\n# of a\n[a]\nx = 1\n# y = 2\n\n# z = 3\n\n# of c\n# [c]\n\n"
             "# Of b\n\n# too\n[b]\n# nothing\n\n[a.d]\nk = 1\n# end of d\n\n# end\n";

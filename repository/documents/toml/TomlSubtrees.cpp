@@ -132,15 +132,31 @@ std::string TomlSubtrees::commentBehind(NodeId item) const
 
 std::optional<Excerpt> TomlSubtrees::ofItem(NodeId id) const
 {
-    if (!tree.node(id).hasSpan())
-        return {};
+    return tree.node(id).hasSpan() ? std::optional(ofValue(file.textOf(id), commentBehind(id)))
+                                   : std::nullopt;
+}
+
+Excerpt TomlSubtrees::ofValue(std::string_view value, std::string comment) const
+{
     Excerpt found;
     found.lineEnd = file.lineEnd;
-    found.text = "k = " + file.textOf(id);
+    found.text = std::string("k = ").append(value);
     found.names.emplace_back(0, 1);
-    found.after = commentBehind(id);
+    found.after = std::move(comment);
     noteLines(found);
     return found;
+}
+
+std::optional<Excerpt> TomlSubtrees::excerptOfText(std::string_view path) const
+{
+    const NodeId list = TomlElements(file).arrayAround(path);
+    if (list == noNode || !file.isList(list))
+        return {};
+    const TomlItems items(tree.valueText(list), file.lineEnd);
+    const std::size_t position = *readIndex(splitLast(path).last);
+    return position < items.count()
+               ? std::optional(ofValue(items.item(position), std::string(items.commentBehind(position))))
+               : std::nullopt;
 }
 
 // The last part of the name of each header is that of the named node: the subtree, or the array around it.
