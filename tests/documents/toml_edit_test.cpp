@@ -199,6 +199,7 @@ private slots:
         row("twice", "a = 1\n", add("a[2]", integer(1)), "which TOML forbids");
         row("there", "a = 1\nb = 2\n", renameTo("a", "b"), "already an entry");
         row("no table", "[[t]]\n", add("t.1", integer(1)), "has to be a table");
+        row("no table, but tables", "[[t]]\n", addElement("t.0", {{"0.k", integer(1)}}), "has to be a table");
         row("no table, but an array", "[[t]]\n", addAll("t.1", {{"0", integer(1)}, {"1", integer(2)}}),
             "has to be a table");
         row("not UTF-8", "a = 1\n", setTo("a", text("\xFF")), "TOML has no form for");

@@ -190,7 +190,8 @@ private slots:
             "new:\n  x: 1\n  # y = 2\n  # z = 3\n  b: {}\n  # k = 1\n  t:\n    - q: 1\n      # last\n");
         row("toml to ini", "toml", toml, "ini",
             "[new]\nx=1\n# y = 2\n# z = 3\n\n[new.b]\n# k = 1\n\n[new.t.0]\nq=1\n# last\n");
-        row("ini to toml", "ini", "; top\n\n[a]\nx=1\n; y=2\n\n; of c\n[c]\n", "toml", "[new]\nx = 1\n# y=2\n");
+        row("ini to toml", "ini", "; top\n\n[a]\nx=1\n; y=2\n\n; of c\n[c]\n", "toml",
+            "[new]\nx = 1\n# y=2\n");
         row("yaml to toml", "yaml", "a:\n  x: 1\n  b:\n    y: 1\n    # in b\n  # in a\n# all\n", "toml",
             "[new]\nx = 1\n\n[new.b]\ny = 1\n# in b\n# in a\n");
     }
@@ -212,6 +213,16 @@ private slots:
         QCOMPARE(saved("f"), text);
     }
 
+    // What goes with a document has no place, though all in it has one.
+    void refusesToLoseWhatFollowsADocument()
+    {
+        const QByteArray text = "--- 1\n--- {a: 2}\n...\n# end\n--- 3\n";
+        QVERIFY(mount("yaml", "f", text));
+        QVERIFY(mount("toml", "g", {}));
+        QVERIFY(!move("f.1", "g.new").ok());
+        QCOMPARE(saved("f"), text);
+    }
+
     // Within a format: spelling, comments and layout. What has no place there comes by its values.
     void exportsAsWritten_data()
     {
@@ -227,6 +238,8 @@ private slots:
         row("git: all", "ini:git", git, "f", "ini:git", git);
         row("git: for no program", "ini:git", "[user]\n\tname = a\\tb ; c\n", "f", "ini",
             "[user]\nname=a\tb # c\n");
+        row("ini: comments of a repeated key", "ini:systemd", "[U]\n# 1\nk=a\n# 2\nk=b\n# end\n", "f", "toml",
+            "\"$names\" = \"encoded\"\n\n[U]\n# 1\nk = \"a\"\n# 2\n\"k[2]\" = \"b\"\n# end\n");
         row("txt: a group", "txt", "# n\na.b = 1\n# c\na.d.e = 1.50\nz=1\n", "f.a", "txt",
             "# n\nb = 1\n# c\nd.e = 1.50\n");
         const QByteArray json =

@@ -176,7 +176,7 @@ Outcome TomlInsertion::insertElement(NodeId array, std::size_t position, TomlBra
         editor.rewrite(array, items.apply());
         return {};
     }
-    if (branch.isPair())
+    if (branch.isPair() || branch.isTables())
         return refused(Reason::tr("an element of an array of tables has to be a table"));
     const NodeId next = tree.elementAt(array, position);
     const NodeId neighbour = next == noNode ? tree.node(array).last : next;
