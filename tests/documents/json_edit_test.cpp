@@ -408,6 +408,14 @@ private slots:
                 return document.insertAll("a", {{"0", date, {}}, {"1", date, {}}}, refused);
             },
             "json cannot say that");
+        row(
+            "{\"a\":1}",
+            [](Document& document) {
+                std::size_t refused = 0;
+                return document.insertAll("a.b", {{"x[2]", integer(1)}, {"y", integer(2)}}, refused);
+            },
+            "would be in one object twice");
+        row("[1]", element("0", {{"k", integer(1)}, {"l", date}}), "only in a file");
         row(R"({"$types":1})", insert("a", date), "holds something else in this file");
         row(R"({"a":1,"$types":{"a":"date"}})", removal("$types"), "there is no entry");
         row(R"({"a":1})", set("a", {Type::Unsigned, std::uint64_t(5)}), "json would read 5 back as");

@@ -288,6 +288,8 @@ private slots:
         row("json: merged", "json", "{\n  \"s\": {\n    \"k\": 5\n  }\n}\n", "f",
             "{\n  \"s\": {\n    \"k\": 6,\n    // why\n    \"v\": 1.50\n  }\n}\n",
             "{\n  \"s\": {\n    \"k\": 6,\n    // why\n    \"v\": 1.50\n  }\n}\n");
+        row("json: into a list", "json", "{\"l\":[\"a\",\"b\"]}", "f.l.1", "{\"k\":1}",
+            "{\"l\":[\"a\",{\"k\":1},\"b\"]}");
         row("xml", "xml", "<r>\n  <a/>\n</r>\n", "f",
             "<r>\n  <!-- why -->\n  <w id='1'>H<sub>2</sub>O</w>\n</r>\n",
             "<r>\n  <a/>\n  <!-- why -->\n  <w id='1'>H<sub>2</sub>O</w>\n</r>\n");
