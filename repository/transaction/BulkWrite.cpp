@@ -306,7 +306,7 @@ void BulkWrite::finish()
         if (!node)
             continue;
         nodes.followValue(*node);
-        if (!node->isAttribute() && node->backend->isArray(parent) == true) // whose texts are elements now
+        if (node->backend && node->backend->isArray(parent) == true) // a list, or was one
             reshaped.push_back(node->backend);
     }
     for (Node* const node : replaced)

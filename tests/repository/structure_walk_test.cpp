@@ -332,6 +332,38 @@ private slots:
         QCOMPARE(content() + inOrder("m"), whole);
     }
 
+    // What an edit leaves around a value, once the file was read again.
+    void undoesByteForByte_data()
+    {
+        const auto row =
+            TestSupport::columns<QString, QByteArray, QString, QVariant>("type", "text", "path", "value");
+        row("list with comments", "yaml", "l:\n  - p # p\n  # of q\n  - q\nz: 1\n", "m.l",
+            QStringList{QStringLiteral("x")});
+        row("nothing", "yaml", "d:\nz: 1\n", "m.d", QStringLiteral("x"));
+        row("nothing but a blank", "yaml", "d: \nz: 1\n", "m.d", QStringLiteral("x"));
+        row("list", "toml", "l = [\n  'p', # p\n  # of q\n  'q'\n]\n", "m.l",
+            QStringList{QStringLiteral("x")});
+    }
+
+    void undoesByteForByte()
+    {
+        QFETCH(QString, type);
+        QFETCH(QByteArray, text);
+        QFETCH(QString, path);
+        QFETCH(QVariant, value);
+        mountedType = type;
+        QVERIFY(mountText(text));
+        history()->recordThisThread();
+        QVERIFY(write(path, value));
+        const QByteArray written = savedText();
+        QVERIFY(create("m.n.k", 5));
+        QVERIFY(history()->undo());
+        QVERIFY(history()->undo());
+        QCOMPARE(savedText(), text);
+        QVERIFY(history()->redo());
+        QCOMPARE(savedText(), written);
+    }
+
     void cleanupTestCase()
     {
         for (auto each = counts.cbegin(); each != counts.cend(); ++each)
