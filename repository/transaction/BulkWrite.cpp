@@ -302,15 +302,17 @@ void BulkWrite::finish()
         showNew();
     transaction.commit();
     for (const QString& parent : std::as_const(parents)) {
-        if (Node* const node = nodes.find(parent))
-            nodes.followValue(*node);
+        Node* const node = nodes.find(parent);
+        if (!node)
+            continue;
+        nodes.followValue(*node);
+        if (node->backend && node->backend->isArray(parent) == true) // a list, or was one
+            reshaped.push_back(node->backend);
     }
-    if (newPlace)
-        return;
     for (Node* const node : replaced)
         nodes.remove(*node);
     for (const Item& item : items) {
-        if (!item.isShown)
+        if (!item.isShown && !newPlace)
             show(item);
     }
     for (Backend* const backend : reshaped)

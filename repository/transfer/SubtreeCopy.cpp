@@ -111,14 +111,16 @@ Outcome SubtreeCopy::changeDocuments(PartWriter& writer, SubtreeRemoval& removal
         report.setCommentsLeftOut(int(leftOut.value_or(comments.size())));
         isWritten = leftOut.has_value();
     }
-    if (isMove && report.getCommentsLeftOut() > 0 && source.backend && source.backend->hasComments(from))
+    const bool isCarried = isWritten && report.getCommentsLeftOut() == 0;
+    if (isMove && !isCarried && source.backend && source.backend->hasComments(from))
         return ofSource(Refusals::losesComments());
     if (!isWritten)
         outcome = writer.writeDocuments();
     if (!outcome.ok() || !isMove || !source.backend)
         return outcome;
+    // Comments above that have no place there stay here.
     DocumentEdit& document = transaction.edit(*source.backend);
-    return ofSource(isWritten ? document.removeExcerpt(from) : document.remove(from));
+    return ofSource(isCarried ? document.removeExcerpt(from) : document.remove(from));
 }
 
 } // namespace Repository

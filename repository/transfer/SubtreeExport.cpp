@@ -6,6 +6,7 @@
 #include "repository/documents/Formats.h"
 #include "repository/documents/common/ArrayGroups.h"
 #include "repository/documents/common/ComponentCodec.h"
+#include "repository/documents/common/EncodedNames.h"
 #include "repository/store/BackendLookup.h"
 #include "repository/store/Refusals.h"
 #include "repository/transfer/SubtreeReader.h"
@@ -168,7 +169,6 @@ void SubtreeExport::takeComments(const Backend& source)
         if (const auto original = encoding ? encoding->originalOf({below, {}, {}}) : std::nullopt)
             below = original->path;
         comment.path = placeBelow(above, below);
-        comment.isAtEnd = comment.isAtEnd && above.empty();
         comments.push_back(std::move(comment));
     }
 }
@@ -240,9 +240,13 @@ Outcome SubtreeExport::write(std::vector<Entry>& entries, QByteArray& text, Tran
     TransferProgress progress(report, entries.size());
     if (!areNumbersInOrder(entries))
         orderByNumbers(entries);
+    const std::size_t count = entries.size();
     if (const auto whole = format->writeWhole(entries)) {
+        const bool isEncoded = entries.size() > count;
         text = QByteArray::fromStdString(*whole);
-        addComments(text, report, [](const std::string& place) { return place; });
+        addComments(text, report, [&](const std::string& place) {
+            return isEncoded ? Documents::EncodedNames::pathInWhole(place, entries) : place;
+        });
         return progress.advance() ? Outcome() : TransferProgress::cancelled();
     }
     if (const std::string reason = format->explainRefusal(entries); !reason.empty())

@@ -252,6 +252,9 @@ void addElementRows(const Row& row)
     row("{\"a\":[1]}", element("a.0", {{"b", integer(1)}, {"c.0", integer(2)}, {"c.1", integer(3)}}),
         "{\"a\":[{\"b\":1,\"c\":[2,3]},1]}");
     row("[1,2,3,4,5,6,7,8,9,10]", element("9", integer(0)), "[1,2,3,4,5,6,7,8,9,0,10]");
+    row("[\n  1, // c\n  /* m\n   n */ 2,\n  3\n]", moved("1", "2"),
+        "[\n  1, // c\n  3,\n  /* m\n   n */\n  2\n]");
+    row("[1,/* m\n n */ 2, 3]", moved("1", "2"), "[1, 3,\n    /* m\n     n */\n    2]");
     row("[\n  \"a\", // one\n  \"\\u0062\", // two\n  \"c\"\n]\n", moved("0", "2"),
         "[\n  \"\\u0062\", // two\n  \"c\",\n  \"a\" // one\n]\n");
     row("[\n  1,\n  {\"x\": 2.50},\n  \"c\"\n]\n", moved("2", "0"),
@@ -405,6 +408,14 @@ private slots:
                 return document.insertAll("a", {{"0", date, {}}, {"1", date, {}}}, refused);
             },
             "json cannot say that");
+        row(
+            "{\"a\":1}",
+            [](Document& document) {
+                std::size_t refused = 0;
+                return document.insertAll("a.b", {{"x[2]", integer(1)}, {"y", integer(2)}}, refused);
+            },
+            "would be in one object twice");
+        row("[1]", element("0", {{"k", integer(1)}, {"l", date}}), "only in a file");
         row(R"({"$types":1})", insert("a", date), "holds something else in this file");
         row(R"({"a":1,"$types":{"a":"date"}})", removal("$types"), "there is no entry");
         row(R"({"a":1})", set("a", {Type::Unsigned, std::uint64_t(5)}), "json would read 5 back as");

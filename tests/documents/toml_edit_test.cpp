@@ -139,7 +139,19 @@ private slots:
         row("from a table", "a = { b = 1, c.d = 2, c.e = 3 }\n", drop("a.c"), "a = { b = 1 }\n");
         row("last element", "a = [ 1, 'x', 2, ]\n", drop("a.2"), "a = [ 1, 'x', ]\n");
         row("element with a table", "[[t]]\n[t.u]\n# in u\n\n# of two\n[[t]]\n", drop("t.0"),
-            "# in u\n\n# of two\n[[t]]\n");
+            "\n# of two\n[[t]]\n");
+        const QByteArray ends = "# all\n\n[[t]]\na = 1\n# b = 2\n\n# c = 3\n\n# of two\n[[t]]\n# d = 4\n"
+                                "[u]\nk = 1\n# of u\n\n# of v\n[v]\n\n#[w]\n#k = 1\n\n# all, too";
+        row("end of an element", ends, drop("t.1"), QByteArray(ends).replace("[[t]]\n# d = 4\n", ""));
+        row("end of a table", ends, drop("u"), QByteArray(ends).replace("[u]\nk = 1\n# of u\n", ""));
+        row("end of the last table", ends, drop("v"), QByteArray(ends).replace("[v]\n", ""));
+        row("ends change places", ends, move("t.0", "t.1"),
+            "# all\n\n# of two\n[[t]]\n# d = 4\n\n[[t]]\na = 1\n# b = 2\n\n# c = 3\n\n[u]\nk = 1\n# of u\n\n"
+            "# of v\n[v]\n\n#[w]\n#k = 1\n\n# all, too");
+        row("add below an end", ends, add("u.s.k", integer(2)),
+            QByteArray(ends).replace("# of u\n", "# of u\n\n[u.s]\nk = 2\n"));
+        row("copy with ends", ends, copyTo("u", "t.1"),
+            QByteArray(ends).replace("# of two\n", "[[t]]\nk = 1\n# of u\n\n# of two\n"));
         row("every header", "a.x = 1\n[a.b]\n[c]\n[[ a . 'd' ]]\n[a.d.e]\n", renameTo("a", "k"),
             "k.x = 1\n[k.b]\n[c]\n[[ k . 'd' ]]\n[k.d.e]\n");
         row("quoted", "'a' = 1\n", renameTo("a", "x%2Ey"), "'x.y' = 1\n");
@@ -187,6 +199,9 @@ private slots:
         row("twice", "a = 1\n", add("a[2]", integer(1)), "which TOML forbids");
         row("there", "a = 1\nb = 2\n", renameTo("a", "b"), "already an entry");
         row("no table", "[[t]]\n", add("t.1", integer(1)), "has to be a table");
+        row("no table, but tables", "[[t]]\n", addElement("t.0", {{"0.k", integer(1)}}), "has to be a table");
+        row("no table, but an array", "[[t]]\n", addAll("t.1", {{"0", integer(1)}, {"1", integer(2)}}),
+            "has to be a table");
         row("not UTF-8", "a = 1\n", setTo("a", text("\xFF")), "TOML has no form for");
     }
 

@@ -243,6 +243,21 @@ private slots:
             "# of s\n[s]\n# in s\na = 0x10\n\n# of u\n[s.u]\nb = 'q'\n",
             "# of s\n[s]\n# in s\na = 0x10\n\n# of u\n[s.u]\nb = 'q'\n\n# of s\n[t]\n# in s\na = 0x10\n\n"
             "# of u\n[t.u]\nb = 'q'\n");
+        row("toml: text of a list", "toml", "m.l.0", "m.t.c", true,
+            "l = [\n  \"p\", # of p\n  \"q\",\n]\n[t]\n", "l = [\n  \"q\",\n]\n[t]\nc = \"p\" # of p\n");
+        row("toml: comments without a place", "toml", "m.s", "m.t.s", true, "t = {}\n\n# of s\n[s]\nk = 1\n",
+            "t = { s = { k = 1 } }\n\n# of s\n");
+        const QByteArray ends =
+            "x = 1\n# y = 2\n\n# of a\n[a]\nx = 1\n# y = 2\n\n# z = 3\n\n# of c\n# [c]\n\n"
+            "# Of b\n\n# too\n[b]\n# nothing\n\n[a.d]\nk = 1\n# end of d\n\n# end\n";
+        const QByteArray movedEnds =
+            "x = 1\n# y = 2\n\n# of c\n# [c]\n\n# Of b\n\n# too\n[b]\n# nothing\n\n# of a\n[b.e]\nx = 1\n"
+            "# y = 2\n\n# z = 3\n\n[b.e.d]\nk = 1\n# end of d\n\n# end\n";
+        row("toml: move with ends", "toml", "m.a", "m.b.e", true, ends, movedEnds);
+        row("ini: move with ends", "ini", "m.a", "m.b.e", true, ends,
+            "x = 1\n# y = 2\n\n\n# of c\n# [c]\n\n# Of b\n\n# too\n[b]\n# nothing\n\n\n# end\n\n# of "
+            "a\n[b.e]\nx = 1\n"
+            "# y = 2\n\n# z = 3\n\n[b.e.d]\nk = 1\n# end of d\n");
         row("yaml: key", "yaml", "m.a.b", "m.a.c", true, "a:\n  'b' : 0x1F # d\n", "a:\n  'c' : 0x1F # d\n");
         row("yaml: move", "yaml", "m.s.b", "m.t.c", true,
             "s:\n  a: 1\n\n  # of b\n  # too\n  b: # in b\n  - 1.0 # after\n\nt:\n    x: 1\n# end\n",
@@ -315,6 +330,38 @@ private slots:
         restart();
         QVERIFY(mountFile(type, "m", fileOf(fileName())));
         QCOMPARE(content() + inOrder("m"), whole);
+    }
+
+    // What an edit leaves around a value, once the file was read again.
+    void undoesByteForByte_data()
+    {
+        const auto row =
+            TestSupport::columns<QString, QByteArray, QString, QVariant>("type", "text", "path", "value");
+        row("list with comments", "yaml", "l:\n  - p # p\n  # of q\n  - q\nz: 1\n", "m.l",
+            QStringList{QStringLiteral("x")});
+        row("nothing", "yaml", "d:\nz: 1\n", "m.d", QStringLiteral("x"));
+        row("nothing but a blank", "yaml", "d: \nz: 1\n", "m.d", QStringLiteral("x"));
+        row("list", "toml", "l = [\n  'p', # p\n  # of q\n  'q'\n]\n", "m.l",
+            QStringList{QStringLiteral("x")});
+    }
+
+    void undoesByteForByte()
+    {
+        QFETCH(QString, type);
+        QFETCH(QByteArray, text);
+        QFETCH(QString, path);
+        QFETCH(QVariant, value);
+        mountedType = type;
+        QVERIFY(mountText(text));
+        history()->recordThisThread();
+        QVERIFY(write(path, value));
+        const QByteArray written = savedText();
+        QVERIFY(create("m.n.k", 5));
+        QVERIFY(history()->undo());
+        QVERIFY(history()->undo());
+        QCOMPARE(savedText(), text);
+        QVERIFY(history()->redo());
+        QCOMPARE(savedText(), written);
     }
 
     void cleanupTestCase()

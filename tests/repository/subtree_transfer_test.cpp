@@ -178,6 +178,51 @@ private slots:
         QCOMPARE(content("j.new"), expected);
     }
 
+    // Comments at the end of a group are at its end in another format, too.
+    void carriesEnds_data()
+    {
+        const auto row =
+            TestSupport::columns<QString, QByteArray, QString, QByteArray>("from", "text", "to", "expected");
+        const QByteArray toml =
+            "[a]\nx = 1\n# y = 2\n\n# z = 3\n\n[a.b]\n# k = 1\n\n[[a.t]]\nq = 1\n# last\n\n"
+            "# the file\n";
+        row("toml to yaml", "toml", toml, "yaml",
+            "new:\n  x: 1\n  # y = 2\n  # z = 3\n  b: {}\n  # k = 1\n  t:\n    - q: 1\n      # last\n");
+        row("toml to ini", "toml", toml, "ini",
+            "[new]\nx=1\n# y = 2\n# z = 3\n\n[new.b]\n# k = 1\n\n[new.t.0]\nq=1\n# last\n");
+        row("ini to toml", "ini", "; top\n\n[a]\nx=1\n; y=2\n\n; of c\n[c]\n", "toml",
+            "[new]\nx = 1\n# y=2\n");
+        row("yaml to toml", "yaml", "a:\n  x: 1\n  b:\n    y: 1\n    # in b\n  # in a\n# all\n", "toml",
+            "[new]\nx = 1\n\n[new.b]\ny = 1\n# in b\n# in a\n");
+    }
+
+    void carriesEnds()
+    {
+        QFETCH(QString, from);
+        QFETCH(QByteArray, text);
+        QFETCH(QString, to);
+        QVERIFY(mount(from, "f", text));
+        QVERIFY(mount(to, "g", {}));
+        history()->recordThisThread();
+        QCOMPARE(copy("f.a", "g.new"), Success);
+        QTEST(saved("g"), "expected");
+        QVERIFY(history()->undo());
+        QCOMPARE(move("f.a", "g.new"), Success);
+        QTEST(saved("g"), "expected");
+        QVERIFY(history()->undo());
+        QCOMPARE(saved("f"), text);
+    }
+
+    // What goes with a document has no place, though all in it has one.
+    void refusesToLoseWhatFollowsADocument()
+    {
+        const QByteArray text = "--- 1\n--- {a: 2}\n...\n# end\n--- 3\n";
+        QVERIFY(mount("yaml", "f", text));
+        QVERIFY(mount("toml", "g", {}));
+        QVERIFY(!move("f.1", "g.new").ok());
+        QCOMPARE(saved("f"), text);
+    }
+
     // Within a format: spelling, comments and layout. What has no place there comes by its values.
     void exportsAsWritten_data()
     {
@@ -193,6 +238,8 @@ private slots:
         row("git: all", "ini:git", git, "f", "ini:git", git);
         row("git: for no program", "ini:git", "[user]\n\tname = a\\tb ; c\n", "f", "ini",
             "[user]\nname=a\tb # c\n");
+        row("ini: comments of a repeated key", "ini:systemd", "[U]\n# 1\nk=a\n# 2\nk=b\n# end\n", "f", "toml",
+            "\"$names\" = \"encoded\"\n\n[U]\n# 1\nk = \"a\"\n# 2\n\"k[2]\" = \"b\"\n# end\n");
         row("txt: a group", "txt", "# n\na.b = 1\n# c\na.d.e = 1.50\nz=1\n", "f.a", "txt",
             "# n\nb = 1\n# c\nd.e = 1.50\n");
         const QByteArray json =
@@ -241,6 +288,8 @@ private slots:
         row("json: merged", "json", "{\n  \"s\": {\n    \"k\": 5\n  }\n}\n", "f",
             "{\n  \"s\": {\n    \"k\": 6,\n    // why\n    \"v\": 1.50\n  }\n}\n",
             "{\n  \"s\": {\n    \"k\": 6,\n    // why\n    \"v\": 1.50\n  }\n}\n");
+        row("json: into a list", "json", "{\"l\":[\"a\",\"b\"]}", "f.l.1", "{\"k\":1}",
+            "{\"l\":[\"a\",{\"k\":1},\"b\"]}");
         row("xml", "xml", "<r>\n  <a/>\n</r>\n", "f",
             "<r>\n  <!-- why -->\n  <w id='1'>H<sub>2</sub>O</w>\n</r>\n",
             "<r>\n  <a/>\n  <!-- why -->\n  <w id='1'>H<sub>2</sub>O</w>\n</r>\n");

@@ -1,5 +1,6 @@
 #include "repository/documents/common/CarriedComments.h"
 
+#include "repository/documents/common/ComponentCodec.h"
 #include "repository/documents/common/Latin1.h"
 #include "repository/documents/common/TextLine.h"
 #include "repository/documents/common/TypeTag.h"
@@ -17,6 +18,12 @@ namespace {
 bool isAtOrBelow(std::string_view path, std::string_view top)
 {
     return startsWith(path, top) && (path.size() == top.size() || path[top.size()] == '.');
+}
+
+// Of something in a group.
+std::string pathAfter(std::string_view path, std::string_view group)
+{
+    return std::string(path.substr(std::min(path.size(), group.empty() ? 0 : group.size() + 1)));
 }
 
 std::size_t lineBegin(std::string_view text, std::size_t at)
@@ -127,8 +134,8 @@ public:
             });
         if (marks.opening.empty() || hasClosing || comment.isInstruction || !isPlain(comment))
             return false;
-        if (comment.isAtEnd && comment.path.empty())
-            return addAbove(comment, marks.text.size());
+        if (comment.isAtEnd && comment.path.empty() && comment.last.empty())
+            return addAtEndOfFile(comment);
         if (comment.isAtEnd)
             return addAtEnd(comment);
         if (comment.path.empty())
@@ -177,22 +184,52 @@ private:
         return true;
     }
 
-    // Below the last value in the group, or that of the entry itself.
+    bool addAtEndOfFile(const CarriedComment& comment)
+    {
+        if (marks.endsInSection && pieces[marks.text.size()].empty())
+            pieces[marks.text.size()] += (endsLine(marks.text) ? "" : lineEnd) + lineEnd;
+        return addAbove(comment, marks.text.size());
+    }
+
+    // Below the entry that it followed, or all in the group, or the line that begins that.
     bool addAtEnd(const CarriedComment& comment)
     {
-        const auto last = lastValues.find(comment.path);
-        const auto value = values.find(last == lastValues.end() ? comment.path : last->second);
-        if (value == values.end())
+        const std::string followed =
+            comment.last.empty() ? comment.path : joinPath(comment.path, comment.last);
+        std::string entry = lastValueIn(followed);
+        if (entry.empty())
+            entry = lastValueIn(comment.path);
+        const auto value = values.find(entry);
+        const auto begin = begins.find(entry.empty() ? followed : entry);
+        if (value == values.end() && begin == begins.end())
             return false;
-        const Span span = value->second;
-        const std::string_view line = marks.text.substr(lineBegin(marks.text, span.offset));
-        const std::size_t below = textLineAt(marks.text, span.offset + span.length).end;
+        const std::size_t from = begin == begins.end() ? value->second.offset : begin->second;
+        const std::size_t end = value == values.end() ? from : value->second.offset + value->second.length;
+        const std::size_t below = textLineAt(marks.text, end).end;
         std::string& piece = pieces[below];
         if (below == marks.text.size() && !endsLine(marks.text) && piece.empty())
             piece += lineEnd;
         for (const std::string& each : comment.lines)
-            ((piece += line.substr(0, indentOf(line))) += written(each)) += lineEnd;
+            ((piece += indentationOf(from)) += written(each)) += lineEnd;
         return true;
+    }
+
+    // The last value at or in an entry; empty where it has none.
+    std::string lastValueIn(const std::string& path) const
+    {
+        const auto last = lastValues.find(path);
+        const std::string& value = last == lastValues.end() ? path : last->second;
+        return values.count(value) > 0 ? value : std::string();
+    }
+
+    // Blanks up to there; what indents the line where anything but the "-" of elements comes first.
+    std::string indentationOf(std::size_t at) const
+    {
+        const std::size_t line = lineBegin(marks.text, at);
+        const std::string_view before = marks.text.substr(line, at - line);
+        return before.find_first_not_of(" -") == std::string_view::npos
+                   ? std::string(before.size(), ' ')
+                   : std::string(before.substr(0, indentOf(before)));
     }
 
     // What tags the type of the next line.
@@ -319,13 +356,17 @@ std::vector<CarriedComment> commentsOf(const TextMarks& marks)
         if (carried.isBehind)
             --next;
         carried.isAtEnd = !carried.isBehind && (isLast || next == begins.end());
-        if (carried.isAtEnd && isLast)
+        if (carried.isAtEnd && isLast) {
             carried.path = around.back()->path;
-        else if (!carried.isAtEnd)
+            const std::string& last = std::prev(next)->path;
+            carried.last = isAtOrBelow(last, carried.path) ? pathAfter(last, carried.path) : std::string();
+        } else if (!carried.isAtEnd) {
             carried.path = next->path;
+        }
         const std::string_view below =
             marks.text.substr(std::min(textLineAt(marks.text, end).end, marks.text.size()));
-        carried.isApart = !carried.isBehind && !isInFront && isBlankLine(textLineAt(below, 0).content);
+        carried.isApart =
+            !carried.isBehind && !isInFront && !below.empty() && isBlankLine(textLineAt(below, 0).content);
         const bool goesOn = !found.empty() && !carried.isInstruction && !found.back().isInstruction &&
                             !carried.isBehind && !found.back().isBehind && !found.back().isApart &&
                             former == line && found.back().path == carried.path &&
@@ -353,9 +394,9 @@ std::vector<CarriedComment> commentsBelow(std::string_view path, std::vector<Car
         return comments;
     std::vector<CarriedComment> found;
     for (CarriedComment& comment : comments) {
-        if ((comment.isAtEnd && comment.path.empty()) || !isAtOrBelow(comment.path, path))
+        if (!isAtOrBelow(comment.path, path))
             continue;
-        comment.path.erase(0, std::min(path.size() + 1, comment.path.size()));
+        comment.path = pathAfter(comment.path, path);
         found.push_back(std::move(comment));
     }
     return found;

@@ -16,6 +16,7 @@ struct CarriedComment
 {
     std::string path;           // of the entry that it is about, or empty for the root
     bool isAtEnd = false;       // of that, behind all in it
+    std::string last;           // of these in front of it, by its path in that
     bool isBehind = false;      // on the line of the entry, and else above it
     bool isApart = false;       // from the entry by a blank line
     bool isInstruction = false; // of xml, which has no place in another format

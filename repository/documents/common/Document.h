@@ -192,7 +192,8 @@ public:
     virtual std::vector<std::string> followersOf(std::string_view /*path*/) const { return {}; }
 
     // Whether an edit of an entry may change more than that entry, since it shows the text of another one or
-    // another one shows its text; for the empty path, whether there is any such entry.
+    // another one shows its text, or more of the text than its value; for the empty path, whether there is
+    // any entry of the first kind.
     virtual bool isLinked(std::string_view /*path*/) const { return false; }
 
     // The value of an entry as the file has it; nothing for an unknown path or a group. Its cost does not

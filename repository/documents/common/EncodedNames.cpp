@@ -81,6 +81,14 @@ void EncodedNames::encodeWhole(std::vector<Entry>& entries, bool alsoArray)
     entries.push_back({std::string(member), {Type::String, std::string(form)}});
 }
 
+std::string EncodedNames::pathInWhole(std::string_view path, const std::vector<Entry>& encoded)
+{
+    const std::string array = encodeKey(whole);
+    const bool isInArray = encoded.front().path.compare(0, array.size(), array) == 0;
+    const std::string place = toDocument(path);
+    return !isInArray ? place : place.empty() ? array : joinPath(array, place);
+}
+
 std::optional<Entry> EncodedNames::originalOf(const Entry& entry)
 {
     if (entry.path == member)

@@ -33,8 +33,9 @@ public:
     static bool isDeclaredIn(const Document& document);
 
     // Gives the entries of a whole file such names where they need them, or, where the root of a file cannot
-    // be an array, if it is one; and one of them back, if it is not what says so.
+    // be an array, if it is one; where any path is then; and one of them back, if it is not what says so.
     static void encodeWhole(std::vector<Entry>& entries, bool alsoArray);
+    static std::string pathInWhole(std::string_view path, const std::vector<Entry>& encoded);
     static std::optional<Entry> originalOf(const Entry& entry);
 
     // The same for lines.

@@ -1,6 +1,7 @@
 #include "repository/documents/common/LineDialect.h"
 
 #include "repository/documents/common/Document.h"
+#include "repository/documents/common/EndComments.h"
 #include "repository/documents/common/Latin1.h"
 #include "repository/documents/common/NumberStyle.h"
 #include "repository/documents/common/TextLine.h"
@@ -84,6 +85,11 @@ bool LineDialect::isComment(std::string_view content) const
 {
     const std::size_t indent = indentOf(content);
     return indent < content.size() && dialect.comments.find(content[indent]) != std::string_view::npos;
+}
+
+std::size_t LineDialect::findSectionEnd(std::string_view trivia, bool hasHeaderBelow) const
+{
+    return findEndComments(trivia, dialect.comments, hasHeaderBelow);
 }
 
 std::string_view LineDialect::commentAfter(const Statement& line) const

@@ -41,6 +41,9 @@ public:
     // True for a line that is a comment, and nothing else that is skipped.
     bool isComment(std::string_view content) const;
 
+    // Where the comments end that belong to a section, in the blank lines and comments below it.
+    std::size_t findSectionEnd(std::string_view trivia, bool hasHeaderBelow) const;
+
     // That on the line of a header, or the last one of an entry, with the blanks before it; empty without
     // one.
     std::string_view commentAfter(const Statement& line) const;

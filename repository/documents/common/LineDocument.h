@@ -81,13 +81,18 @@ private:
     virtual Value placeholderOf(const Excerpt& excerpt) const = 0;
     virtual std::uint32_t pieceOf(std::string_view path, const Value& placeholder) const = 0;
 
-    // A part of the lines that belong to a node, from an offset in a piece on.
+    // What belongs to a node: a piece, or some of the blank lines and comments after one, which none is
+    // before.
     struct Part
     {
         std::uint32_t piece;
-        std::size_t begin;
+        bool isTrivia = false;
+        std::size_t begin = 0;
+        std::size_t end = 0;
+        bool isApart = false; // from what of the node is above
     };
     std::vector<Part> partsOf(std::uint32_t node) const;
+    std::string_view textOf(const Part& part, std::string& trivia) const;
     Outcome renameAll(std::uint32_t node, std::string_view path, std::string_view name);
     bool becomeExcerpt(const Excerpt& excerpt);
 

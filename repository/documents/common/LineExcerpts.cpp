@@ -7,7 +7,6 @@
 #include "repository/documents/common/ValueLines.h"
 
 #include <algorithm>
-#include <unordered_set>
 #include <utility>
 
 namespace Repository::Documents {
@@ -109,25 +108,49 @@ std::uint64_t LineDocument::hashOf(const std::function<std::string(std::string_v
 
 std::vector<LineDocument::Part> LineDocument::partsOf(std::uint32_t node) const
 {
-    const std::vector<std::uint32_t> own = piecesOf(node);
     const LinePieces& pieces = file->pieces;
     const LineDialect& dialect = file->getDialect();
     std::vector<Part> parts;
-    for (const std::uint32_t piece : own) {
-        const std::uint32_t previous = pieces[piece].previous;
-        const bool hasTrivia = previous != none && pieces[previous].line.kind == Statement::Kind::Trivia;
-        const bool isListed = !parts.empty() && parts.back().piece == previous;
-        if (hasTrivia && !isListed) {
-            const std::string_view trivia = pieces[previous].line.text;
-            const bool isInside = !parts.empty() && pieces[previous].previous == parts.back().piece;
-            const std::size_t begin =
-                isInside && !hasProse(trivia, dialect) ? 0 : ownCommentsIn(trivia, dialect);
-            if (begin < trivia.size())
-                parts.push_back({previous, begin});
+    bool isApart = false;
+    const auto add = [&](std::uint32_t piece, std::size_t begin, std::size_t end) {
+        if (begin < end)
+            parts.push_back({piece, true, begin, end, std::exchange(isApart, false)});
+    };
+    bool isInSection = false;
+    std::uint32_t former = none; // own piece that is not trivia
+    for (const std::uint32_t piece : piecesOf(node)) {
+        const Statement& line = pieces[piece].line;
+        if (line.kind == Statement::Kind::Trivia) {
+            parts.push_back({piece});
+            continue;
         }
-        parts.push_back({piece, 0});
+        const std::uint32_t above = pieces[piece].above;
+        const bool isListed = !parts.empty() && parts.back().piece == pieces[piece].previous;
+        const std::string trivia = isListed ? std::string() : file->triviaAfter(above);
+        const std::size_t ofSection = line.isHeader() && !isListed ? file->sectionEndAfter(above) : 0;
+        if (!parts.empty() && above == former && !hasProse(trivia, dialect)) {
+            add(above, 0, trivia.size());
+        } else {
+            if (isInSection && !isListed)
+                add(former, 0, file->sectionEndAfter(former));
+            isApart = !parts.empty() && !isListed;
+            add(above, std::max(ownCommentsIn(trivia, dialect), ofSection), trivia.size());
+        }
+        parts.push_back({piece, false, 0, 0, std::exchange(isApart, false)});
+        isInSection = isInSection || line.isHeader();
+        former = piece;
     }
+    if (isInSection)
+        add(former, 0, file->sectionEndAfter(former));
     return parts;
+}
+
+std::string_view LineDocument::textOf(const Part& part, std::string& trivia) const
+{
+    if (!part.isTrivia)
+        return file->pieces[part.piece].line.text;
+    trivia = file->triviaAfter(part.piece);
+    return std::string_view(trivia).substr(part.begin, part.end - part.begin);
 }
 
 std::string LineDocument::pathWithout(std::string_view gone, std::string_view path)
@@ -223,20 +246,25 @@ std::optional<Excerpt> LineDocument::excerpt(std::string_view path) const
     found.lineEnd = file->style.lineEnd;
     const std::size_t depth = depthOf(path);
     bool isFirst = true;
+    std::string trivia;
     for (const Part& part : partsOf(node)) {
-        const Statement& line = file->pieces[part.piece].line;
+        const std::string_view text = textOf(part, trivia);
         if (!found.text.empty() && !endsLine(found.text))
             found.text += file->style.lineEnd;
+        if (part.isApart)
+            found.text += file->style.lineEnd;
         const std::size_t at = found.text.size();
-        found.text += line.text.substr(part.begin);
+        found.text += text;
+        const Statement& line = part.isTrivia ? Statement() : file->pieces[part.piece].line;
+        const bool isTrivia = line.kind == Statement::Kind::Trivia;
         // A further line of a value without indentation must not get any.
-        const std::size_t own = line.kind == Statement::Kind::Trivia ? line.text.size() : line.begin;
-        for (std::size_t from = part.begin; from < line.text.size();) {
-            if (from <= own || isBlank(line.text[from]))
-                found.lines.push_back(at + from - part.begin);
-            from = textLineAt(line.text, from).end;
+        const std::size_t own = isTrivia ? text.size() : line.begin;
+        for (std::size_t from = 0; from < text.size();) {
+            if (from <= own || isBlank(text[from]))
+                found.lines.push_back(at + from);
+            from = textLineAt(text, from).end;
         }
-        if (line.kind == Statement::Kind::Trivia)
+        if (isTrivia)
             continue;
         if (std::exchange(isFirst, false))
             found.indentation = line.indent();
@@ -256,11 +284,15 @@ bool LineDocument::hasComments(std::string_view path) const
         return false;
     const LineDialect& dialect = file->getDialect();
     bool isInSection = false;
+    std::string trivia;
     for (const Part& part : partsOf(node)) {
         const Statement& line = file->pieces[part.piece].line;
-        const bool isTrivia = line.kind == Statement::Kind::Trivia;
-        if (isTrivia ? isInSection && hasComment(line.text.substr(part.begin), dialect)
-                     : !dialect.commentAfter(line).empty())
+        if (part.isTrivia || line.kind == Statement::Kind::Trivia) {
+            if (isInSection && hasComment(textOf(part, trivia), dialect))
+                return true;
+            continue;
+        }
+        if (!dialect.commentAfter(line).empty())
             return true;
         if (line.isEntry() && !ownComments(line, dialect).empty())
             return true;
@@ -275,11 +307,12 @@ std::string LineDocument::comment(std::string_view path) const
     if (node == none || node == LineIndex::root)
         return {};
     const LineDialect& dialect = file->getDialect();
+    std::string trivia;
     std::string_view above;
     for (const Part& part : partsOf(node)) {
         const Statement& line = file->pieces[part.piece].line;
-        if (line.kind == Statement::Kind::Trivia) {
-            above = line.text.substr(part.begin);
+        if (part.isTrivia || line.kind == Statement::Kind::Trivia) {
+            above = textOf(part, trivia);
             continue;
         }
         const std::string_view moved =
@@ -333,16 +366,11 @@ Outcome LineDocument::removeExcerpt(std::string_view path)
     if (node == none || node == LineIndex::root)
         return remove(path);
     const std::string before = getBytes();
-    const std::vector<std::uint32_t> own = piecesOf(node);
-    const std::unordered_set<std::uint32_t> going(own.begin(), own.end());
-    for (const Part& part : partsOf(node)) {
-        if (going.count(part.piece) > 0)
-            continue;
-        const std::string_view text = file->pieces[part.piece].line.text;
-        if (part.begin == 0)
-            file->takePiece(part.piece);
-        else
-            file->overwrite(part.piece, std::string(text.substr(0, part.begin)));
+    std::vector<Part> parts = partsOf(node);
+    std::reverse(parts.begin(), parts.end()); // so that the places of those above stay
+    for (const Part& part : parts) {
+        if (part.isTrivia)
+            file->takeTrivia(part.piece, part.begin, part.end);
     }
     Outcome outcome = remove(path);
     if (!outcome.ok())

@@ -265,6 +265,40 @@ void LineFile::takePiece(std::uint32_t piece)
     pieces.erase(piece);
 }
 
+std::string LineFile::triviaAfter(std::uint32_t piece) const
+{
+    std::string trivia;
+    for (std::uint32_t at = pieces.nextOf(piece); at != pieces.chainedBelow(piece); at = pieces[at].next)
+        trivia += pieces[at].line.text;
+    return trivia;
+}
+
+std::size_t LineFile::sectionEndAfter(std::uint32_t piece) const
+{
+    const std::uint32_t below = pieces.chainedBelow(piece);
+    const bool isLast = below == none || pieces[below].line.isHeader();
+    return isLast && piece != none ? getDialect().findSectionEnd(triviaAfter(piece), below != none) : 0;
+}
+
+void LineFile::takeTrivia(std::uint32_t piece, std::size_t begin, std::size_t end)
+{
+    std::uint32_t at = pieces.nextOf(piece);
+    for (std::size_t offset = 0; at != pieces.chainedBelow(piece) && offset < end;) {
+        const std::uint32_t trivia = at;
+        std::string text(pieces[trivia].line.text);
+        const std::size_t next = offset + text.size();
+        at = pieces[trivia].next;
+        const std::size_t from = std::max(begin, offset);
+        if (from < std::min(end, next))
+            text.erase(from - offset, std::min(end, next) - from);
+        if (text.empty())
+            takePiece(trivia);
+        else if (offset + text.size() < next)
+            overwrite(trivia, std::move(text));
+        offset = next;
+    }
+}
+
 void LineFile::takeEntry(std::uint32_t node)
 {
     takePiece(index.node(node).entry);

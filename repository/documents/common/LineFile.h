@@ -70,6 +70,12 @@ public:
     std::uint32_t addOwn(std::uint32_t before, std::uint32_t above, std::string text);
     void takePiece(std::uint32_t piece);
 
+    // The blank lines and comments between a piece and the one chained below it, and the part of them that
+    // belongs to the section which ends with the piece; none being before the first.
+    std::string triviaAfter(std::uint32_t piece) const;
+    std::size_t sectionEndAfter(std::uint32_t piece) const;
+    void takeTrivia(std::uint32_t piece, std::size_t begin, std::size_t end);
+
     // Takes out an entry; the later ones of the same path move up by one.
     void takeEntry(std::uint32_t node);
 

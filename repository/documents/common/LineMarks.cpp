@@ -29,11 +29,18 @@ TextMarks LineFile::getMarks() const
         const Statement& line = pieces[piece].line;
         return offsetOf(line.text) + line.begin + line.indent().size();
     };
+    const auto endOf = [&](std::uint32_t piece) -> std::size_t { // where comments below it are in the section
+        const std::string_view text = pieces[piece].line.text;
+        const std::size_t size = sectionEndAfter(piece);
+        return size == 0 ? 0 : offsetOf(text) + text.size() + size;
+    };
     walkPaths([&](const std::string& path, const LineNode& node) {
         if (node.entry != none)
             marks.begins.push_back({path, beginOf(node.entry)});
         else if (node.hasHeader())
-            marks.begins.push_back({path, beginOf(node.section->header)});
+            marks.endsInSection = true;
+        if (node.entry == none && node.hasHeader())
+            marks.begins.push_back({path, beginOf(node.section->header), endOf(node.section->last)});
     });
     for (std::uint32_t piece = pieces.front(); piece != none; piece = pieces[piece].next) {
         const Statement& line = pieces[piece].line;

@@ -33,6 +33,9 @@ struct TextMarks
     std::string opening;
     std::string closing;
     bool mayFollowValue = true; // on its line
+
+    // Whether comments right below the last entry belong to the section that it is in.
+    bool endsInSection = false;
 };
 
 } // namespace Repository::Documents

@@ -17,6 +17,8 @@ Outcome IniRemoval::run()
 {
     setGoing(true);
     Outcome outcome = check();
+    if (outcome.ok())
+        takeComments();
     setGoing(false);
     if (!outcome.ok())
         return outcome;
@@ -86,6 +88,19 @@ bool IniRemoval::sectionsCanGo() const
             return false;
     }
     return true;
+}
+
+// Those at the end of each section, and all between two.
+void IniRemoval::takeComments()
+{
+    for (const std::uint32_t id : going) {
+        const LineSection& section = *index.node(id).section;
+        if (section.header == none)
+            continue;
+        const std::uint32_t below = pieces[section.last].below;
+        const bool isBetween = below != none && file.goes(below);
+        file.takeTrivia(section.last, 0, isBetween ? std::string::npos : file.sectionEndAfter(section.last));
+    }
 }
 
 void IniRemoval::takeSections()

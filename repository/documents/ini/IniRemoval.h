@@ -23,6 +23,7 @@ private:
     bool sectionsCanGo() const;
     bool frontCanGo() const;
     void setGoing(bool isGoing);
+    void takeComments();
     void takeSections();
 
     IniFile& file;

@@ -238,10 +238,11 @@ Outcome JsonDocument::insertAll(std::string_view path, const std::vector<Entry>&
     if (path.empty() || hasOtherTypes || isValue)
         return Document::insertAll(path, entries, refused);
     refused = 0;
+    std::string before = getBytes();
     Outcome outcome = insert(path, {Type::Integer, std::int64_t(0)});
     if (!outcome.ok() || graft(path, entries))
         return outcome;
-    remove(path);
+    parseAgain(std::move(before)); // since a value above may have become an object
     outcome.error = JsonText::explainRefusal(entries);
     return outcome.ok() ? Document::insertAll(path, entries, refused) : outcome;
 }
@@ -316,16 +317,22 @@ bool JsonDocument::graftText(NodeId id, const std::string& text)
 std::optional<Outcome> JsonDocument::insertElement(std::string_view path, const std::vector<Entry>& entries)
 {
     const bool isValue = entries.size() == 1 && entries.front().path.empty();
-    const auto outcome = JsonElements(*file).insert(path, isValue ? entries.front().value
-                                                                  : Value{Type::Integer, std::int64_t(0)});
+    std::string before = isValue ? std::string() : getBytes();
+    auto outcome = JsonElements(*file).insert(path, isValue ? entries.front().value
+                                                            : Value{Type::Integer, std::int64_t(0)});
     if (!outcome || !outcome->ok() || isValue || graft(path, entries))
         return outcome;
-    remove(path);
-    if (const std::string reason = JsonText::explainRefusal(entries); !reason.empty())
-        return refused(reason);
+    parseAgain(before);
+    outcome->error = JsonText::explainRefusal(entries);
+    if (!outcome->ok())
+        return outcome;
     std::size_t refusedEntry = 0;
-    const auto group = JsonElements(*file).insert(path, Value());
-    return group->ok() ? Document::insertAll(path, entries, refusedEntry) : group;
+    outcome = JsonElements(*file).insert(path, Value());
+    if (outcome->ok())
+        outcome = Document::insertAll(path, entries, refusedEntry);
+    if (!outcome->ok())
+        parseAgain(std::move(before));
+    return outcome;
 }
 
 std::optional<Outcome> JsonDocument::moveElement(std::string_view path, std::string_view newPath)

@@ -255,10 +255,13 @@ void JsonLayout::dropCommentsAbove(NodeId id)
     const std::string leading(tree.text(id, JsonPart::Leading));
     const std::size_t own = findOwnComments(leading);
     const JsonTrivia trivia(leading);
-    if (own == JsonTrivia::npos || own > trivia.lastBreak)
-        return;
-    tree.setText(id, JsonPart::Leading,
-                 leading.substr(0, own) + leading.substr(skipBreak(leading, trivia.lastBreak)));
+    if (own == JsonTrivia::npos && !trivia.hasBreak() && tree.node(id).previous != noNode)
+        tree.setText(id, JsonPart::Leading, std::string(leadingBlanks(leading)));
+    else if (own != JsonTrivia::npos && own > trivia.lastBreak)
+        tree.setText(id, JsonPart::Leading, leading.substr(0, own));
+    else if (own != JsonTrivia::npos)
+        tree.setText(id, JsonPart::Leading,
+                     leading.substr(0, own) + leading.substr(skipBreak(leading, trivia.lastBreak)));
 }
 
 // What stays of the text before a node: all but its own line.

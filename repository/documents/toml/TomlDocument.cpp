@@ -226,9 +226,12 @@ Outcome TomlDocument::insertAll(std::string_view path, const std::vector<Entry>&
 {
     makeRoom();
     refused = 0;
-    if (!path.empty() && TomlInsertion(*file).insert(path, entries).ok())
-        return {};
-    return Document::insertAll(path, entries, refused);
+    if (path.empty())
+        return Document::insertAll(path, entries, refused);
+    // What is an element as a whole may not become another one entry by entry.
+    Outcome outcome = TomlInsertion(*file).insert(path, entries);
+    const bool isElement = TomlElements(*file).arrayAround(path) != noNode;
+    return outcome.ok() || isElement ? outcome : Document::insertAll(path, entries, refused);
 }
 
 Outcome TomlDocument::replaceAll(std::string_view path, const std::vector<Entry>& entries,
@@ -265,13 +268,16 @@ Outcome TomlDocument::remove(std::string_view path)
 std::optional<Excerpt> TomlDocument::excerpt(std::string_view path) const
 {
     const NodeId id = path.empty() ? noNode : file->find(path);
-    return id == noNode ? std::nullopt : TomlSubtrees(*file).excerpt(id);
+    const TomlSubtrees subtrees(*file);
+    return id == noNode ? subtrees.excerptOfText(path) : subtrees.excerpt(id);
 }
 
 bool TomlDocument::hasComments(std::string_view path) const
 {
     const NodeId id = path.empty() ? noNode : file->find(path);
-    return id != noNode && TomlSubtrees(*file).hasComments(id);
+    const TomlSubtrees subtrees(*file);
+    const auto element = id == noNode ? subtrees.excerptOfText(path) : std::nullopt;
+    return id == noNode ? element && !element->after.empty() : subtrees.hasComments(id);
 }
 
 bool TomlDocument::insertExcerpt(std::string_view path, const Excerpt& excerpt)

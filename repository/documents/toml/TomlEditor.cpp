@@ -1,5 +1,6 @@
 #include "repository/documents/toml/TomlEditor.h"
 
+#include "repository/documents/common/EndComments.h"
 #include "repository/documents/common/TextLine.h"
 #include "repository/documents/common/TypeTag.h"
 #include "repository/documents/toml/TomlScanner.h"
@@ -14,6 +15,12 @@ namespace {
 bool hasComment(std::string_view text)
 {
     return text.find('#') != std::string_view::npos;
+}
+
+// Without those at its end.
+std::string_view withoutBlankLines(std::string_view lines)
+{
+    return lines.substr(0, skipTomlLine(lines, lines.find_last_not_of(" \t\r\n") + 1));
 }
 
 } // namespace
@@ -32,7 +39,9 @@ bool beginsWithBlankLine(std::string_view text)
 StatementId TomlEditor::insert(StatementId after, NodeId table, std::string_view text)
 {
     const std::uint32_t begin = tree.keep(text);
-    return TomlScanner(tree).readInto(begin, begin + text.size(), after, table);
+    const StatementId last = TomlScanner(tree).readInto(begin, begin + text.size(), after, table);
+    giveEndComments(last, std::string(tree.text(tree.statement(last).end, begin + text.size())));
+    return last;
 }
 
 std::vector<StatementId> TomlEditor::statementsOf(NodeId id) const
@@ -80,26 +89,133 @@ std::optional<TomlKeyPart> TomlEditor::findName(StatementId statement, NodeId id
     return part;
 }
 
+std::string_view TomlEditor::triviaBelow(StatementId id) const
+{
+    const StatementId next = tree.statement(id).next;
+    return next == noStatement ? tree.getTail() : tree.leadOf(next);
+}
+
+void TomlEditor::setTriviaBelow(StatementId id, const std::string& text)
+{
+    const StatementId next = tree.statement(id).next;
+    if (next == noStatement)
+        tree.setTailText(text);
+    else
+        tree.setLead(next, text);
+}
+
+std::string_view TomlEditor::endCommentsOf(StatementId id) const
+{
+    const StatementId next = tree.statement(id).next;
+    if (id == TomlTree::rootStatement || (next != noStatement && !tree.statement(next).isHeader))
+        return {};
+    const std::string_view below = triviaBelow(id);
+    return below.substr(0, findEndComments(below, "#", next != noStatement));
+}
+
+std::string TomlEditor::takeEndComments(StatementId id)
+{
+    std::string comments(endCommentsOf(id));
+    if (!comments.empty())
+        setTriviaBelow(id, std::string(triviaBelow(id).substr(comments.size())));
+    return comments;
+}
+
+// An empty line keeps them apart from what follows, where they would be read as part of that.
+void TomlEditor::giveEndComments(StatementId id, const std::string& comments)
+{
+    if (comments.empty())
+        return;
+    const StatementId next = tree.statement(id).next;
+    const std::string following(triviaBelow(id));
+    const std::string ended = comments + (endsLine(comments) || following.empty() ? "" : file.lineEnd);
+    const bool isApart = findEndComments(ended + following, "#", next != noStatement) == ended.size();
+    setTriviaBelow(id, ended + (isApart ? "" : file.lineEnd) + following);
+}
+
+std::size_t TomlEditor::findOwnComments(StatementId id) const
+{
+    const std::string_view lead = tree.leadOf(id);
+    const StatementId above = tree.statement(id).previous;
+    const std::size_t ofAbove =
+        tree.statement(id).isHeader && above != noStatement ? endCommentsOf(above).size() : 0;
+    return std::max(findCommentsAbove(lead), ofAbove);
+}
+
 void TomlEditor::remove(NodeId id, bool withComments)
 {
     const std::vector<StatementId> gone = statementsOf(id);
-    std::size_t i = 0;
-    while (i < gone.size()) {
+    for (std::size_t i = 0; i < gone.size();) {
         const StatementId first = gone[i];
-        const bool isTagged = tree.node(tree.statement(first).node).tag != Type::Group;
-        std::string_view above = tree.leadOf(first);
-        above = isTagged ? withoutTypeTags(above) : above;
+        std::size_t end = i + 1;
+        while (end < gone.size() && gone[end] == tree.statement(gone[end - 1]).next)
+            ++end;
+        const std::size_t own = findOwnComments(first);
+        std::string lead(tree.leadOf(first));
         if (withComments)
-            above = above.substr(0, findCommentsAbove(above));
-        const std::string lead(above);
-        StatementId next = tree.statement(first).next;
-        for (removeStatement(gone[i++]); i < gone.size() && gone[i] == next; removeStatement(gone[i++]))
-            next = tree.statement(next).next;
+            lead.resize(own);
+        else if (tree.node(tree.statement(first).node).tag != Type::Group)
+            lead.resize(withoutTypeTags(lead).size());
+        if (tree.statement(first).isHeader)
+            takeEndComments(gone[end - 1]);
+        const StatementId next = tree.statement(gone[end - 1]).next;
+        for (; i < end; ++i)
+            removeStatement(gone[i]);
         giveLead(next, lead);
     }
     tree.drop(id);
     for (const StatementId each : gone)
         tree.freeStatement(each);
+}
+
+// What is about neither of two tables, and what is at the beginning of the file, stays there.
+std::string TomlEditor::takeComments(StatementId above)
+{
+    const StatementId next = tree.statement(above).next;
+    const std::string lead(next == noStatement ? std::string_view() : tree.leadOf(next));
+    const std::size_t own = next == noStatement ? 0 : findOwnComments(next);
+    std::string comments = lead.substr(0, own);
+    if (!hasComment(comments))
+        return {};
+    tree.setLead(next, lead.substr(own));
+    return comments;
+}
+
+void TomlEditor::moveStatements(const std::vector<StatementId>& moved, StatementId after)
+{
+    struct Comments
+    {
+        StatementId above;
+        std::string text;
+        std::string others = {}; // that are below them
+    };
+    std::vector<Comments> left;
+    std::vector<Comments> taken;
+    for (std::size_t i = 0; i < moved.size(); ++i) {
+        const StatementId previous = tree.statement(moved[i]).previous;
+        const StatementId next = tree.statement(moved[i]).next;
+        if (i == 0 || previous != moved[i - 1]) {
+            std::string comments = takeEndComments(previous);
+            left.push_back({previous, std::move(comments), takeComments(previous)});
+        }
+        if (i + 1 == moved.size() || next != moved[i + 1])
+            taken.push_back({moved[i], takeEndComments(moved[i])});
+    }
+    for (const StatementId each : moved)
+        tree.unlinkStatement(each);
+    for (const Comments& comments : left) {
+        giveLead(tree.statement(comments.above).next, comments.others);
+        giveEndComments(comments.above, comments.text);
+    }
+    const std::string head = after == TomlTree::rootStatement ? takeComments(after) : std::string();
+    taken.push_back({after, takeEndComments(after)});
+    for (const StatementId each : moved) {
+        tree.linkStatement(each, after);
+        after = each;
+    }
+    giveLead(moved.front(), head);
+    for (const Comments& comments : taken)
+        giveEndComments(comments.above, comments.text);
 }
 
 void TomlEditor::removeStatement(StatementId id)
@@ -115,16 +231,18 @@ void TomlEditor::removeStatement(StatementId id)
 
 // What was above a removed statement goes to the next one, whose type it does not tag; of blank lines on both
 // sides, one part is enough.
-void TomlEditor::giveLead(StatementId next, std::string_view lead)
+void TomlEditor::giveLead(StatementId next, std::string lead)
 {
     const std::string_view following = next == noStatement ? tree.getTail() : tree.leadOf(next);
     const bool isAtEnd = next == noStatement && following.empty();
     const bool isAtBegin = tree.statement(TomlTree::rootStatement).next == next;
     if (lead.empty() || (!hasComment(lead) && (isAtEnd || isAtBegin || beginsWithBlankLine(following))))
         return;
+    if (isAtEnd || beginsWithBlankLine(following))
+        lead.resize(withoutBlankLines(lead).size());
     const bool wouldTag =
         next != noStatement && !tree.statement(next).isHeader && following.empty() && endsInTypeTag(lead);
-    const std::string whole = std::string(lead).append(wouldTag ? file.lineEnd : "").append(following);
+    const std::string whole = lead.append(wouldTag ? file.lineEnd : "").append(following);
     if (next == noStatement)
         tree.setTailText(whole);
     else

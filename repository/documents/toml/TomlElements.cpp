@@ -81,14 +81,10 @@ void TomlElements::moveTable(NodeId array, std::size_t from, std::size_t to)
     const NodeId there = tree.elementAt(array, to);
     const NodeId first = tree.node(array).first;
     TomlInsertion insertion(file);
-    const TomlEditor editor(file);
-    StatementId after =
+    TomlEditor editor(file);
+    const StatementId after =
         from < to ? insertion.endOf(there) : tree.statement(tree.node(there).statement).previous;
-    for (const StatementId each : editor.statementsOf(element)) {
-        tree.unlinkStatement(each);
-        tree.linkStatement(each, after);
-        after = each;
-    }
+    editor.moveStatements(editor.statementsOf(element), after);
     tree.moveChild(element, from < to ? there : tree.node(there).previous);
     for (const NodeId moved : {element, first}) {
         const StatementId header = tree.node(moved).statement;
@@ -96,8 +92,9 @@ void TomlElements::moveTable(NodeId array, std::size_t from, std::size_t to)
         std::string lead(tree.leadOf(header));
         while (isFirst && beginsWithBlankLine(lead))
             lead.erase(0, lead.find('\n') + 1);
-        if (lead.empty() && !isFirst)
-            lead = file.lineEnd;
+        const bool hasOwn = lead.size() > editor.endCommentsOf(tree.statement(header).previous).size();
+        if (!hasOwn && !isFirst)
+            lead += file.lineEnd;
         tree.setLead(header, lead);
     }
     tree.settle(array);

@@ -176,7 +176,7 @@ Outcome TomlInsertion::insertElement(NodeId array, std::size_t position, TomlBra
         editor.rewrite(array, items.apply());
         return {};
     }
-    if (branch.isPair())
+    if (branch.isPair() || branch.isTables())
         return refused(Reason::tr("an element of an array of tables has to be a table"));
     const NodeId next = tree.elementAt(array, position);
     const NodeId neighbour = next == noNode ? tree.node(array).last : next;
@@ -338,13 +338,15 @@ void TomlInsertion::insertLines(StatementId after, NodeId block, std::string tex
     const StatementId next = tree.statement(after).next;
     const bool isHeader = text[skipTomlTrivia(text, 0)] == '[';
     const bool isFirst = after == TomlTree::rootStatement;
+    std::string above = isHeader ? editor.takeEndComments(after) : std::string();
+    above += endsLine(above) ? "" : file.lineEnd;
     if (isFirst && next == noStatement && !tree.getTail().empty()) {
         std::string tail(tree.getTail());
         tail += endsLine(tail) ? "" : file.lineEnd;
         text.insert(0, tail + (isHeader || endsInTypeTag(tail) ? file.lineEnd : std::string()));
         tree.setTail(0, 0);
     } else if (isHeader && !isFirst && !beginsWithBlankLine(text) &&
-               areSpaced(after, startsWith(text, "[["))) {
+               (!above.empty() || areSpaced(after, startsWith(text, "[[")))) {
         text.insert(0, file.lineEnd);
     }
     if (next != noStatement && tree.statement(next).isHeader && (isFirst || isHeader)) {
@@ -357,7 +359,7 @@ void TomlInsertion::insertLines(StatementId after, NodeId block, std::string tex
         if (isFirst || needsBlank)
             tree.setLead(next, (needsBlank ? file.lineEnd : std::string()) + lead.substr(own));
     }
-    editor.insert(after, block, text);
+    editor.insert(after, block, above + text);
 }
 
 // Whether a new header has a blank line above it, as the ones before have, or those of elements the last one.

@@ -1,5 +1,6 @@
 #include "repository/documents/common/SyntaxVisit.h"
 #include "repository/documents/toml/TomlDocument.h"
+#include "repository/documents/toml/TomlEditor.h"
 #include "repository/documents/toml/TomlFile.h"
 #include "repository/documents/toml/TomlTokens.h"
 
@@ -11,12 +12,23 @@ TextMarks TomlDocument::getMarks() const
 {
     const TomlTree& tree = file->tree;
     TextMarks marks{tree.getFileText(), {}, {}, "#", {}, true};
+    const TomlEditor editor(*file);
+    const auto endOf = [&](StatementId id) -> std::size_t { // where comments below it are in the table
+        if (!tree.statement(id).isHeader)
+            return 0;
+        const StatementId last = tree.statement(id).last;
+        const std::size_t size = editor.endCommentsOf(last).size();
+        return size == 0 ? 0 : tree.statement(last).end + size;
+    };
     walkEntries(*file, [&](const std::string& path, NodeId id, NodeId) {
         const TomlNode& node = tree.node(id);
         const bool isPart = node.parent != noNode && tree.node(node.parent).isInline();
         if (!path.empty() && (isPart || node.statement != noStatement))
-            marks.begins.push_back({path, isPart ? node.value : tree.statement(node.statement).begin});
+            marks.begins.push_back({path, isPart ? node.value : tree.statement(node.statement).begin,
+                                    isPart ? 0 : endOf(node.statement)});
     });
+    const NodeId lastNode = tree.statement(tree.getLastStatement()).node;
+    marks.endsInSection = lastNode != noNode && editor.blockOf(lastNode) != tree.getRoot();
     for (std::size_t at = 0; at < marks.text.size();) {
         const char c = marks.text[at];
         if (c == '"' || c == '\'') {

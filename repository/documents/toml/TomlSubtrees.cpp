@@ -112,9 +112,11 @@ bool TomlSubtrees::hasComments(NodeId id) const
     };
     if (tree.node(tree.node(id).parent).isInline())
         return isIn(file.textOf(id)) || !commentBehind(id).empty();
-    const auto statements = TomlEditor(file).statementsOf(id);
+    const TomlEditor editor(file);
+    const auto statements = editor.statementsOf(id);
     return std::any_of(statements.begin(), statements.end(), [&](StatementId each) {
-        return isIn(file.statementText(each)) || (each != statements.front() && isIn(tree.leadOf(each)));
+        return isIn(file.statementText(each)) || (each != statements.front() && isIn(tree.leadOf(each))) ||
+               (tree.statement(statements.front()).isHeader && !editor.endCommentsOf(each).empty());
     });
 }
 
@@ -130,15 +132,31 @@ std::string TomlSubtrees::commentBehind(NodeId item) const
 
 std::optional<Excerpt> TomlSubtrees::ofItem(NodeId id) const
 {
-    if (!tree.node(id).hasSpan())
-        return {};
+    return tree.node(id).hasSpan() ? std::optional(ofValue(file.textOf(id), commentBehind(id)))
+                                   : std::nullopt;
+}
+
+Excerpt TomlSubtrees::ofValue(std::string_view value, std::string comment) const
+{
     Excerpt found;
     found.lineEnd = file.lineEnd;
-    found.text = "k = " + file.textOf(id);
+    found.text = std::string("k = ").append(value);
     found.names.emplace_back(0, 1);
-    found.after = commentBehind(id);
+    found.after = std::move(comment);
     noteLines(found);
     return found;
+}
+
+std::optional<Excerpt> TomlSubtrees::excerptOfText(std::string_view path) const
+{
+    const NodeId list = TomlElements(file).arrayAround(path);
+    if (list == noNode || !file.isList(list))
+        return {};
+    const TomlItems items(tree.valueText(list), file.lineEnd);
+    const std::size_t position = *readIndex(splitLast(path).last);
+    return position < items.count()
+               ? std::optional(ofValue(items.item(position), std::string(items.commentBehind(position))))
+               : std::nullopt;
 }
 
 // The last part of the name of each header is that of the named node: the subtree, or the array around it.
@@ -146,19 +164,25 @@ std::optional<Excerpt> TomlSubtrees::ofStatements(NodeId id, NodeId named) const
 {
     Excerpt found;
     found.lineEnd = file.lineEnd;
-    const std::vector<StatementId> statements = TomlEditor(file).statementsOf(id);
+    const TomlEditor editor(file);
+    const std::vector<StatementId> statements = editor.statementsOf(id);
     const TomlStatement& first = tree.statement(statements.front());
-    const std::string_view lead = tree.leadOf(statements.front());
-    found.above = lead.substr(findCommentsAbove(lead));
+    found.above = tree.leadOf(statements.front()).substr(editor.findOwnComments(statements.front()));
     const std::string_view line = tree.text(first.begin, first.end);
     found.indentation = line.substr(0, skipTomlBlanks(line, 0));
-    for (const StatementId statement : statements) {
-        if (statement != statements.front()) {
+    for (std::size_t i = 0; i < statements.size(); ++i) {
+        const StatementId each = statements[i];
+        if (i > 0)
             found.text += endsLine(found.text) ? "" : file.lineEnd;
-            found.text += tree.leadOf(statement);
-        }
-        if (!appendStatement(found, statement, named, first.isHeader))
+        if (i > 0 && tree.statement(each).previous == statements[i - 1])
+            found.text += tree.leadOf(each);
+        else if (i > 0)
+            (found.text += file.lineEnd) += tree.leadOf(each).substr(editor.findOwnComments(each));
+        if (!appendStatement(found, each, named, first.isHeader))
             return {};
+        const bool isFollowed = i + 1 < statements.size() && tree.statement(each).next == statements[i + 1];
+        if (first.isHeader && !isFollowed)
+            found.text += editor.endCommentsOf(each);
     }
     found.text.erase(0, found.indentation.size());
     for (auto& [begin, end] : found.names) {

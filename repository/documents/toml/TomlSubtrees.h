@@ -19,10 +19,15 @@ public:
     // See Document.
     std::optional<Excerpt> excerpt(NodeId id) const;
     bool hasComments(NodeId id) const;
+
+    // Of an element of a list of texts, by its path.
+    std::optional<Excerpt> excerptOfText(std::string_view path) const;
+
     bool insert(std::string_view path, const Excerpt& excerpt);
 
 private:
     std::optional<Excerpt> ofItem(NodeId id) const;
+    Excerpt ofValue(std::string_view value, std::string comment) const;
     std::string commentBehind(NodeId item) const;
     std::optional<Excerpt> ofStatements(NodeId id, NodeId named) const;
     bool appendStatement(Excerpt& target, StatementId statement, NodeId named, bool inHeaders) const;

@@ -257,7 +257,12 @@ std::vector<std::string> YamlDocument::followersOf(std::string_view path) const
 
 bool YamlDocument::isLinked(std::string_view path) const
 {
-    return YamlLinks(*file).isLinked(path);
+    if (path.empty() || YamlLinks(*file).isLinked(path))
+        return YamlLinks(*file).isLinked(path);
+    // Comments of a list may come below it, and a value that was nothing gets a blank.
+    const NodeId id = file->findValueNode(path);
+    const std::string_view value = id == noNode ? "-" : file->tree.valueText(id);
+    return value.empty() || (file->tree.node(id).kind == YamlKind::List && value.find('#') != value.npos);
 }
 
 std::string YamlDocument::sourceOf(std::string_view path) const

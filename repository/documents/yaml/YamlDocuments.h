@@ -34,6 +34,9 @@ public:
 
     Outcome move(YamlEditor& editor, std::size_t from, std::size_t to) const;
 
+    // Where the lines of the next one begin.
+    std::size_t endOf(NodeId document) const;
+
 private:
     // The lines of a document. What they begin with tells whether others may take its place.
     struct Lines
@@ -46,7 +49,6 @@ private:
 
     Lines linesOf(NodeId document) const;
     std::string commentsInFront(NodeId document) const;
-    std::size_t endOf(NodeId document) const;
     std::string_view text() const { return tree.getOriginal(); }
 
     const YamlFile& file;

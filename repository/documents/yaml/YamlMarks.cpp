@@ -1,5 +1,6 @@
 #include "repository/documents/common/SyntaxVisit.h"
 #include "repository/documents/yaml/YamlDocument.h"
+#include "repository/documents/yaml/YamlDocuments.h"
 #include "repository/documents/yaml/YamlLayout.h"
 #include "repository/documents/yaml/YamlTokens.h"
 
@@ -42,9 +43,12 @@ TextMarks YamlDocument::getMarks() const
 {
     const YamlTree& tree = file->tree;
     const YamlLayout layout(*file);
+    const YamlDocuments documents(*file);
     TextMarks marks{tree.getOriginal(), {}, {}, "#", {}, true};
     const auto endOf = [&](NodeId id) -> std::size_t { // where comments below it are in it
         const NodeId parent = tree.node(id).parent;
+        if (parent != noNode && tree.node(parent).style == YamlStyle::Stream)
+            return documents.endOf(id);
         const bool isInBlock = parent != noNode && tree.node(parent).style == YamlStyle::Block;
         const std::size_t end = isInBlock ? layout.endWithComments(id) : 0;
         return isInBlock && end > layout.tailOf(id) ? end : 0;
