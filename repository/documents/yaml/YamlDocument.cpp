@@ -257,12 +257,14 @@ std::vector<std::string> YamlDocument::followersOf(std::string_view path) const
 
 bool YamlDocument::isLinked(std::string_view path) const
 {
-    if (path.empty() || YamlLinks(*file).isLinked(path))
-        return YamlLinks(*file).isLinked(path);
+    const bool isLinked = YamlLinks(*file).isLinked(path);
+    const NodeId id = isLinked || path.empty() ? noNode : file->findValueNode(path);
+    if (id == noNode)
+        return isLinked;
     // Comments of a list may come below it, and a value that was nothing gets a blank.
-    const NodeId id = file->findValueNode(path);
-    const std::string_view value = id == noNode ? "-" : file->tree.valueText(id);
-    return value.empty() || (file->tree.node(id).kind == YamlKind::List && value.find('#') != value.npos);
+    const std::string_view value = file->tree.valueText(id);
+    return value.empty() ||
+           (file->tree.node(id).kind == YamlKind::List && hasYamlComment(value, 0, value.size()));
 }
 
 std::string YamlDocument::sourceOf(std::string_view path) const
