@@ -135,14 +135,19 @@ std::string FolderWatches::follow(File file, const std::string& filePath)
             break;
     }
     forget(file); // only now, so that no folder on both ways is without a watch in between
-    for (const Place& place : places) {
-        std::vector<File>& files = filesAt[place];
+    Places& found = placesOf[file];
+    found.reserve(places.size());
+    for (Place& place : places) {
+        const auto at = filesAt.try_emplace(std::move(place)).first;
+        std::vector<File>& files = at->second;
         const auto next = std::lower_bound(files.begin(), files.end(), file);
-        if (next == files.end() || *next != file)
-            files.insert(next, file);
+        if (next != files.end() && *next == file) { // links lead there again
+            release(at->first.first);
+            continue;
+        }
+        files.insert(next, file);
+        found.push_back(at);
     }
-    places.shrink_to_fit();
-    placesOf[file] = std::move(places);
     return reason;
 }
 
@@ -151,31 +156,27 @@ void FolderWatches::forget(File file)
     const auto found = placesOf.find(file);
     if (found == placesOf.end())
         return;
-    const std::vector<Place> places = std::move(found->second);
+    const Places places = std::move(found->second);
     placesOf.erase(found);
-    for (const Place& place : places) {
-        const auto present = filesAt.find(place);
-        if (present == filesAt.end())
-            continue;
-        std::vector<File>& files = present->second;
+    for (const FilesAt::iterator place : places) {
+        const int watch = place->first.first;
+        std::vector<File>& files = place->second;
         const auto [begin, end] = std::equal_range(files.begin(), files.end(), file);
         files.erase(begin, end);
         if (files.empty())
-            filesAt.erase(present);
+            filesAt.erase(place);
+        release(watch);
     }
-    release(places);
 }
 
-void FolderWatches::release(const std::vector<Place>& places)
+void FolderWatches::release(int watch)
 {
-    for (const auto& [watch, name] : places) {
-        const auto use = uses.find(watch);
-        if (use == uses.end() || --use->second > 0)
-            continue;
-        uses.erase(use);
-        ::inotify_rm_watch(notifier, watch);
-        known.clear(); // the number may be given to another folder
-    }
+    const auto use = uses.find(watch);
+    if (use == uses.end() || --use->second > 0)
+        return;
+    uses.erase(use);
+    ::inotify_rm_watch(notifier, watch);
+    known.clear(); // the number may be given to another folder
 }
 
 std::vector<FolderWatches::File> FolderWatches::takeNews()

@@ -33,7 +33,9 @@ public:
     std::vector<File> takeNews();
 
 private:
-    using Place = std::pair<int, std::string>; // a watched folder's number, and a name in it
+    using Place = std::pair<int, std::string>;          // a watched folder's number, and a name in it
+    using FilesAt = std::map<Place, std::vector<File>>; // in their order; at the upper folders, nearly all
+    using Places = std::vector<FilesAt::iterator>;
 
     // What is known of a folder on a way until the next news: nothing needs to be asked again, since any
     // change comes after it.
@@ -45,12 +47,12 @@ private:
     };
 
     const Known* watchFolder(const std::string& folder, unsigned kinds);
-    void release(const std::vector<Place>& places);
+    void release(int watch);
 
     int notifier = -1;
-    std::map<int, int> uses;                    // how many places each watched folder has
-    std::map<Place, std::vector<File>> filesAt; // in their order; at the upper folders, nearly all
-    std::map<File, std::vector<Place>> placesOf;
+    std::map<int, int> uses; // how many places each watched folder has
+    FilesAt filesAt;
+    std::map<File, Places> placesOf;
     std::map<std::string, Known> known; // by the folders' paths
 };
 

@@ -1,9 +1,8 @@
 #include "desk/changes/ChangesDock.h"
 
 #include "desk/changes/HunkView.h"
-#include "desk/common/ReadableText.h"
+#include "desk/common/LongWork.h"
 #include "desk/common/RowCopy.h"
-#include "desk/common/WaitCursor.h"
 #include "desk/files/BackendFiles.h"
 #include "host/Utilities/ModelViews/ToolTipText.h"
 #include "host/Utilities/ModelViews/Widgets/PlainLabel.h"
@@ -280,16 +279,10 @@ ChangesDock::Chosen ChangesDock::getChosen() const
 void ChangesDock::save()
 {
     const Chosen chosen = getChosen();
-    QStringList refusals;
-    {
-        const WaitCursor cursor;
-        for (auto paths = chosen.paths.begin(); paths != chosen.paths.end(); ++paths) {
-            const Outcome outcome =
-                repository->getChangesInterface()->saveChanges(paths.key(), paths.value());
-            if (!outcome.ok())
-                refusals.append(readableText(outcome, *repository));
-        }
-    }
+    const QStringList refusals = refusalsOf(tr("Saving changes"), *repository, [&](const NoteOutcome& note) {
+        for (auto paths = chosen.paths.begin(); paths != chosen.paths.end(); ++paths)
+            note(repository->getChangesInterface()->saveChanges(paths.key(), paths.value()));
+    });
     if (!chosen.backends.isEmpty())
         files.save(chosen.backends);
     finish(refusals);
@@ -300,57 +293,45 @@ void ChangesDock::drop()
     const Chosen chosen = getChosen();
     if (!chosen.backends.isEmpty() && !files.mayRevert(chosen.backends))
         return;
-    QStringList refusals;
-    const auto note = [this, &refusals](const Outcome& outcome) {
-        if (!outcome.ok())
-            refusals.append(readableText(outcome, *repository));
-    };
-    {
-        const WaitCursor cursor;
+    finish(refusalsOfStep(tr("Drop changes"), *repository, [&](const NoteOutcome& note) {
         const auto changes = repository->getChangesInterface();
-        const auto history = repository->getHistoryInterface();
-        const auto step = history ? history->beginStep(tr("Drop changes")) : nullptr;
         for (auto paths = chosen.paths.begin(); paths != chosen.paths.end(); ++paths)
             note(changes->revertChanges(paths.key(), paths.value()));
         for (const QString& backend : chosen.backends)
             note(changes->revert(backend));
-    }
-    finish(refusals);
+    }));
 }
 
 void ChangesDock::resolve(ConflictSide side)
 {
     QStringList conflicts = getChosen().conflicts;
     std::sort(conflicts.begin(), conflicts.end());
-    QStringList refusals;
-    {
-        const WaitCursor cursor;
-        const auto history = repository->getHistoryInterface();
-        const auto step = history ? history->beginStep(tr("Resolve conflicts")) : nullptr;
+    finish(refusalsOfStep(tr("Resolve conflicts"), *repository, [&](const NoteOutcome& note) {
         // A path is resolved with what is below it, so that what is below is there no more.
         for (const QString& path : qAsConst(conflicts)) {
             const Outcome outcome = repository->getChangesInterface()->resolveConflicts(path, side);
-            if (!outcome.ok() && outcome != FrameworkCore::AppConfig::NotFound)
-                refusals.append(readableText(outcome, *repository));
+            if (outcome != FrameworkCore::AppConfig::NotFound)
+                note(outcome);
         }
-    }
-    finish(refusals);
+    }));
 }
 
 void ChangesDock::saveHunks()
 {
-    const WaitCursor cursor;
-    const Outcome outcome =
-        repository->getChangesInterface()->saveHunks(currentBackend(), hunks->getChosen());
-    finish(outcome.ok() ? QStringList() : QStringList(readableText(outcome, *repository)));
+    const QString backend = currentBackend();
+    const QStringList chosen = hunks->getChosen();
+    finish(refusalsOf(tr("Saving changes"), *repository, [&](const NoteOutcome& note) {
+        note(repository->getChangesInterface()->saveHunks(backend, chosen));
+    }));
 }
 
 void ChangesDock::dropHunks()
 {
-    const WaitCursor cursor;
-    const Outcome outcome =
-        repository->getChangesInterface()->revertHunks(currentBackend(), hunks->getChosen());
-    finish(outcome.ok() ? QStringList() : QStringList(readableText(outcome, *repository)));
+    const QString backend = currentBackend();
+    const QStringList chosen = hunks->getChosen();
+    finish(refusalsOfStep(tr("Drop changes"), *repository, [&](const NoteOutcome& note) {
+        note(repository->getChangesInterface()->revertHunks(backend, chosen));
+    }));
 }
 
 void ChangesDock::finish(const QStringList& refusals)

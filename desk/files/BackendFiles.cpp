@@ -2,6 +2,7 @@
 
 #include "desk/common/CellEdit.h"
 #include "desk/common/Confirmation.h"
+#include "desk/common/LongWork.h"
 #include "desk/common/ReadableText.h"
 #include "desk/common/WaitCursor.h"
 #include "desk/files/ConflictDialog.h"
@@ -19,7 +20,6 @@
 
 namespace Vantry {
 
-using FrameworkCore::AppConfig::Interfaces::ConflictSide;
 using Utilities::ModelViews::Widgets::AttributeTreeModelInputDialogs;
 
 BackendFiles::BackendFiles(std::shared_ptr<Repository> attributes, QWidget& parentWindow)
@@ -102,8 +102,9 @@ bool BackendFiles::save(const QStringList& backends)
 bool BackendFiles::saveOne(const QString& backend, QStringList& refusals)
 {
     while (true) {
-        const QStringList reasons = refusalsOf(
-            {backend}, [this](const QString& name) { return repository->getBackendInterface()->save(name); });
+        const QStringList reasons =
+            refusalsOf(tr("Saving %1").arg(getLabel(backend)), {backend},
+                       [this](const QString& name) { return repository->getBackendInterface()->save(name); });
         if (reasons.isEmpty())
             return true;
         const auto conflicts = conflictsOf(backend);
@@ -117,22 +118,21 @@ bool BackendFiles::saveOne(const QString& backend, QStringList& refusals)
 }
 
 // Why some of the backends refused the operation.
-QStringList BackendFiles::refusalsOf(const QStringList& backends, const Operation& operation) const
+QStringList BackendFiles::refusalsOf(const QString& title, const QStringList& backends,
+                                     const Operation& operation) const
 {
-    const WaitCursor cursor;
-    QStringList reasons;
-    for (const QString& backend : backends) {
-        const auto outcome = operation(backend);
-        if (!outcome.ok())
-            reasons.append(readableText(outcome, *repository));
-    }
-    return reasons;
+    return Vantry::refusalsOf(title, *repository, [&](const NoteOutcome& note) {
+        for (const QString& backend : backends)
+            note(operation(backend));
+    });
 }
 
 QVector<BackendFiles::UnsavedChange> BackendFiles::conflictsOf(const QString& backend) const
 {
-    const WaitCursor cursor;
-    auto changes = repository->getChangesInterface()->getUnsavedChanges(backend);
+    QVector<UnsavedChange> changes;
+    Vantry::refusalsOf(tr("Comparing %1").arg(getLabel(backend)), *repository, [&](const NoteOutcome&) {
+        changes = repository->getChangesInterface()->getUnsavedChanges(backend);
+    });
     const auto isNone = [](const UnsavedChange& change) { return !change.isConflict; };
     changes.erase(std::remove_if(changes.begin(), changes.end(), isNone), changes.end());
     return changes;
@@ -145,22 +145,32 @@ bool BackendFiles::resolve(const QString& backend, const QVector<UnsavedChange>&
     if (dialog.exec() != QDialog::Accepted)
         return false;
 
-    const WaitCursor cursor;
-    const auto changes = repository->getChangesInterface();
-    const auto choices = dialog.getChoices();
-    const auto history = repository->getHistoryInterface();
-    const auto step =
-        history ? history->beginStep(tr("Resolve conflicts of %1").arg(getFileName(backend))) : nullptr;
-    const ConflictSide first = choices.first();
-    if (std::all_of(choices.begin(), choices.end(), [first](ConflictSide side) { return side == first; })) {
-        changes->resolveConflicts(backend, first);
-        return true;
-    }
-    // A path is resolved with what is below it, so that what is below must go first.
-    const QStringList paths = choices.keys();
-    for (auto path = paths.rbegin(); path != paths.rend(); ++path)
-        changes->resolveConflicts(*path, choices[*path]);
+    const QStringList reasons = resolve(backend, dialog.getChoices());
+    warn(tr("Not Resolved"), reasons);
     return true;
+}
+
+// Why some of the choices were refused.
+QStringList BackendFiles::resolve(const QString& backend, const QMap<QString, ConflictSide>& choices)
+{
+    const QString name = tr("Resolve conflicts of %1").arg(getFileName(backend));
+    return refusalsOfStep(name, *repository, [&](const NoteOutcome& note) {
+        const auto resolveAt = [&](const QString& path, ConflictSide side) {
+            const Outcome outcome = repository->getChangesInterface()->resolveConflicts(path, side);
+            if (outcome != FrameworkCore::AppConfig::NotFound) // it is resolved with another
+                note(outcome);
+        };
+        const ConflictSide first = choices.first();
+        const auto isFirst = [first](ConflictSide side) { return side == first; };
+        if (std::all_of(choices.begin(), choices.end(), isFirst)) {
+            resolveAt(backend, first);
+            return;
+        }
+        // A path is resolved with what is below it, so that what is below must go first.
+        const QStringList paths = choices.keys();
+        for (auto path = paths.rbegin(); path != paths.rend(); ++path)
+            resolveAt(*path, choices[*path]);
+    });
 }
 
 bool BackendFiles::mayRevert(const QStringList& backends)
@@ -174,8 +184,11 @@ void BackendFiles::revert(const QStringList& backends)
 {
     if (!mayRevert(backends))
         return;
-    const QStringList reasons = refusalsOf(
-        backends, [this](const QString& name) { return repository->getChangesInterface()->revert(name); });
+    const QString title = tr("Revert %1").arg(getFileNames(backends).join(QLatin1String(", ")));
+    const QStringList reasons = refusalsOfStep(title, *repository, [&](const NoteOutcome& note) {
+        for (const QString& backend : backends)
+            note(repository->getChangesInterface()->revert(backend));
+    });
     unsaved.look();
     warn(tr("Not Reverted"), reasons);
 }
@@ -183,7 +196,8 @@ void BackendFiles::revert(const QStringList& backends)
 void BackendFiles::reload(const QStringList& backends)
 {
     endCellEdit(window);
-    const QStringList reasons = refusalsOf(backends, [this](const QString& name) {
+    const QString title = tr("Reloading %1").arg(getLabels(backends).join(QLatin1String(", ")));
+    const QStringList reasons = refusalsOf(title, backends, [this](const QString& name) {
         return repository->getBackendInterface()->reloadBackend(name);
     });
     unsaved.look();
@@ -210,10 +224,11 @@ void BackendFiles::close(const QStringList& backends)
                                .arg(edited.size()));
     if (fate == Fate::Kept)
         return;
-    const QStringList reasons = refusalsOf(backends, [&](const QString& name) {
+    const QString title = tr("Closing %1").arg(getLabels(backends).join(QLatin1String(", ")));
+    const QStringList reasons = refusalsOf(title, backends, [&](const QString& name) {
         const auto present = repository->getBackendInterface();
         if (!present->getBackendInformation(name)) // it went with its folder
-            return FrameworkCore::AppConfig::Outcome();
+            return Outcome();
         const bool isEdited = std::any_of(edited.begin(), edited.end(), [&name](const QString& backend) {
             return FrameworkCore::AppConfig::isAtOrBelow(backend, name);
         });

@@ -4,6 +4,7 @@
 #include "host/FrameworkCore/AppConfig/RepositoryInterface.h"
 #include "host/Utilities/UnsavedBackends.h"
 
+#include <QMap>
 #include <QObject>
 
 #include <memory>
@@ -68,16 +69,19 @@ public:
 
 private:
     using UnsavedChange = FrameworkCore::AppConfig::Interfaces::UnsavedChange;
+    using ConflictSide = FrameworkCore::AppConfig::Interfaces::ConflictSide;
 
     enum class Fate { Safe, Discarded, Kept };
 
     Fate settle(const QStringList& unsavedBackends, const QString& question);
     using Operation = std::function<Outcome(const QString& backend)>;
-    QStringList refusalsOf(const QStringList& backends, const Operation& operation) const;
+    QStringList refusalsOf(const QString& title, const QStringList& backends,
+                           const Operation& operation) const;
 
     bool saveOne(const QString& backend, QStringList& refusals);
     QVector<UnsavedChange> conflictsOf(const QString& backend) const;
     bool resolve(const QString& backend, const QVector<UnsavedChange>& conflicts);
+    QStringList resolve(const QString& backend, const QMap<QString, ConflictSide>& choices);
     void warn(const QString& title, const QStringList& reasons, const QString& advice = {});
 
     std::shared_ptr<Repository> repository;

@@ -24,10 +24,18 @@ using Utilities::ModelViews::Widgets::PlainLabel;
 
 namespace {
 
-enum Column { PathColumn, MineColumn, TheirsColumn, ChoiceColumn };
+enum Column { PathColumn, MineColumn, TheirsColumn, BaseColumn, ChoiceColumn };
 
 constexpr int pathRole = Qt::UserRole;   // of the first column
 constexpr int choiceRole = Qt::UserRole; // of the last: a ConflictSide as a number; nothing while not chosen
+
+QString choiceText(ConflictDialog::ConflictSide side)
+{
+    using Side = ConflictDialog::ConflictSide;
+    return side == Side::Mine     ? ConflictDialog::tr("keep mine")
+           : side == Side::Theirs ? ConflictDialog::tr("take theirs")
+                                  : ConflictDialog::tr("take base");
+}
 
 // What one side holds.
 QString sideText(const QVariant& value, bool isThere)
@@ -39,17 +47,23 @@ QString sideText(const QVariant& value, bool isThere)
                            : ConflictDialog::tr("(not shown)");
 }
 
+// Where values are not to be shown, both sides lack theirs as well.
+QString baseText(const ConflictDialog::UnsavedChange& conflict)
+{
+    const bool isHidden = !conflict.before.isValid() && !conflict.after.isValid();
+    return sideText(conflict.base, conflict.base.isValid() || isHidden);
+}
+
 } // namespace
 
-ConflictDialog::ConflictDialog(Purpose purpose, const QString& backend, const QString& label,
+ConflictDialog::ConflictDialog(Purpose dialogPurpose, const QString& backend, const QString& label,
                                const QVector<UnsavedChange>& conflicts, QWidget* parent)
-    : QDialog(parent), rows(new QTreeWidget), mine(new QPushButton(tr("Keep &Mine"))),
-      theirs(new QPushButton(tr("Take &Theirs")))
+    : QDialog(parent), purpose(dialogPurpose), rows(new QTreeWidget)
 {
     setObjectName(QStringLiteral("conflicts"));
     const bool isSave = purpose == Purpose::Save;
     setWindowTitle(isSave ? tr("Changed by Another Program") : tr("Changed since Then"));
-    resize(720, 360);
+    resize(860, 360);
     auto* const column = new QVBoxLayout(this);
     auto* const text = new PlainLabel(
         (isSave ? tr("%1 was not saved: another program has changed what was edited here. Choose for each "
@@ -60,20 +74,10 @@ ConflictDialog::ConflictDialog(Purpose purpose, const QString& backend, const QS
     text->setWordWrap(true);
     column->addWidget(text);
 
-    setUpRows(isSave ? tr("Theirs") : tr("Now"));
+    setUpRows();
     addRows(backend, conflicts);
     column->addWidget(rows, 1);
-
-    auto* const sides = new QHBoxLayout;
-    sides->addWidget(new PlainLabel(tr("For the selected rows:")));
-    sides->addWidget(mine);
-    sides->addWidget(theirs);
-    sides->addStretch();
-    column->addLayout(sides);
-    mine->setAutoDefault(false);
-    theirs->setAutoDefault(false);
-    connect(mine, &QPushButton::clicked, this, [this] { choose(ConflictSide::Mine); });
-    connect(theirs, &QPushButton::clicked, this, [this] { choose(ConflictSide::Theirs); });
+    setUpSides(*column);
 
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Save | QDialogButtonBox::Cancel);
     save = buttons->button(QDialogButtonBox::Save);
@@ -89,7 +93,26 @@ ConflictDialog::ConflictDialog(Purpose purpose, const QString& backend, const QS
     showState();
 }
 
-void ConflictDialog::setUpRows(const QString& theirsTitle)
+void ConflictDialog::setUpSides(QVBoxLayout& column)
+{
+    auto* const row = new QHBoxLayout;
+    row->addWidget(new PlainLabel(tr("For the selected rows:")));
+    const auto offer = [&](ConflictSide side, const QString& title) {
+        auto* const button = new QPushButton(title);
+        button->setAutoDefault(false);
+        connect(button, &QPushButton::clicked, this, [this, side] { choose(side); });
+        row->addWidget(button);
+        sides.append(button);
+    };
+    offer(ConflictSide::Mine, tr("Keep &Mine"));
+    offer(ConflictSide::Theirs, tr("Take &Theirs"));
+    if (purpose == Purpose::Save)
+        offer(ConflictSide::Base, tr("Take &Base"));
+    row->addStretch();
+    column.addLayout(row);
+}
+
+void ConflictDialog::setUpRows()
 {
     rows->setObjectName(QStringLiteral("conflictRows"));
     rows->setAccessibleName(tr("Conflicts"));
@@ -98,18 +121,22 @@ void ConflictDialog::setUpRows(const QString& theirsTitle)
     rows->setSelectionMode(QAbstractItemView::ExtendedSelection);
     rows->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     rows->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    rows->setHeaderLabels({tr("Attribute"), tr("Mine"), theirsTitle, tr("Choice")});
+    const QString theirsTitle = purpose == Purpose::Save ? tr("Theirs") : tr("Now");
+    rows->setHeaderLabels({tr("Attribute"), tr("Mine"), theirsTitle, tr("Base"), tr("Choice")});
+    rows->setColumnHidden(BaseColumn, purpose != Purpose::Save);
     auto* const wrapping = new DifferenceDelegate(MineColumn, rows);
     QHeaderView* const header = rows->header();
     header->setStretchLastSection(false);
-    for (const int column : {PathColumn, MineColumn, TheirsColumn}) {
+    for (const int column : {PathColumn, MineColumn, TheirsColumn, BaseColumn}) {
         rows->setItemDelegateForColumn(column, wrapping);
         header->setSectionResizeMode(column, QHeaderView::Stretch);
     }
     // As wide as its texts, so that it is seen at any width of the window.
     header->setSectionResizeMode(ChoiceColumn, QHeaderView::Fixed);
-    header->resizeSection(ChoiceColumn, std::max(header->sectionSizeHint(ChoiceColumn),
-                                                 fontMetrics().horizontalAdvance(tr("take theirs")) + 16));
+    int width = header->sectionSizeHint(ChoiceColumn);
+    for (const ConflictSide side : {ConflictSide::Mine, ConflictSide::Theirs, ConflictSide::Base})
+        width = std::max(width, fontMetrics().horizontalAdvance(choiceText(side)) + 16);
+    header->resizeSection(ChoiceColumn, width);
     auto* const wrapAnew = new QTimer(this); // once for all sections
     wrapAnew->setSingleShot(true);
     wrapAnew->setInterval(0);
@@ -128,10 +155,11 @@ void ConflictDialog::addRows(const QString& backend, const QVector<UnsavedChange
         auto* const row = new QTreeWidgetItem(
             rows,
             {inFile, isGone ? tr("what is open") : sideText(conflict.after, conflict.kind != Kind::Removed),
-             isGone ? tr("the file is gone") : sideText(conflict.before, conflict.kind != Kind::Created)});
+             isGone ? tr("the file is gone") : sideText(conflict.before, conflict.kind != Kind::Created),
+             isGone ? tr("the file as it was") : baseText(conflict)});
         row->setData(PathColumn, pathRole, conflict.path);
         row->setToolTip(PathColumn, toolTipText(conflict.path));
-        for (const int column : {MineColumn, TheirsColumn})
+        for (const int column : {MineColumn, TheirsColumn, BaseColumn})
             row->setToolTip(column, toolTipText(row->text(column)));
     }
 }
@@ -141,7 +169,7 @@ void ConflictDialog::choose(ConflictSide side)
     const auto selected = rows->selectedItems();
     for (QTreeWidgetItem* row : selected) {
         row->setData(ChoiceColumn, choiceRole, int(side));
-        row->setText(ChoiceColumn, side == ConflictSide::Mine ? tr("keep mine") : tr("take theirs"));
+        row->setText(ChoiceColumn, choiceText(side));
     }
     showState();
 }
@@ -149,8 +177,8 @@ void ConflictDialog::choose(ConflictSide side)
 void ConflictDialog::showState()
 {
     const bool isAnySelected = rows->selectionModel()->hasSelection();
-    mine->setEnabled(isAnySelected);
-    theirs->setEnabled(isAnySelected);
+    for (QPushButton* const side : qAsConst(sides))
+        side->setEnabled(isAnySelected);
     save->setEnabled(getChoices().size() == rows->topLevelItemCount());
 }
 

@@ -8,11 +8,12 @@
 
 class QPushButton;
 class QTreeWidget;
+class QVBoxLayout;
 
 namespace Vantry {
 
-// Lets a person choose, attribute by attribute or for all at once, between what was edited here and what is
-// in its place now. GUI thread.
+// Lets a person choose, attribute by attribute or for all at once, between what was edited here, what is in
+// its place now and, for a file that is saved, what both began with. GUI thread.
 class ConflictDialog : public QDialog
 {
     Q_OBJECT
@@ -32,15 +33,17 @@ public:
     QMap<QString, ConflictSide> getChoices() const;
 
 private:
-    void setUpRows(const QString& theirsTitle);
+    void setUpRows();
+    void setUpSides(QVBoxLayout& column);
     void addRows(const QString& backend, const QVector<UnsavedChange>& conflicts);
     void choose(ConflictSide side);
     void showState();
 
+    const Purpose purpose;
+
     // Children.
     QTreeWidget* rows;
-    QPushButton* mine;
-    QPushButton* theirs;
+    QVector<QPushButton*> sides; // one for each that is offered
     QPushButton* save = nullptr;
 };
 

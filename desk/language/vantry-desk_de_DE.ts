@@ -307,13 +307,6 @@
     </message>
 </context>
 <context>
-    <name>Utilities::ModelViews::TransferWindow</name>
-    <message>
-        <source>Cancelling ...</source>
-        <translation>Wird abgebrochen ...</translation>
-    </message>
-</context>
-<context>
     <name>Utilities::ModelViews::Widgets::AttributeCreateDialog</name>
     <message>
         <source>New Attribute</source>
@@ -440,6 +433,13 @@
     <message>
         <source>Asks for</source>
         <translation>Fragt nach</translation>
+    </message>
+</context>
+<context>
+    <name>Utilities::ModelViews::Widgets::TransferWindow</name>
+    <message>
+        <source>Cancelling ...</source>
+        <translation>Wird abgebrochen ...</translation>
     </message>
 </context>
 <context>
@@ -718,6 +718,30 @@
         <source>The log tells of %1 more.</source>
         <translation>Das Protokoll nennt %1 weitere.</translation>
     </message>
+    <message>
+        <source>Saving %1</source>
+        <translation>%1 wird gespeichert</translation>
+    </message>
+    <message>
+        <source>Comparing %1</source>
+        <translation>%1 wird verglichen</translation>
+    </message>
+    <message>
+        <source>Not Resolved</source>
+        <translation>Nicht entschieden</translation>
+    </message>
+    <message>
+        <source>Reloading %1</source>
+        <translation>%1 wird neu geladen</translation>
+    </message>
+    <message>
+        <source>Closing %1</source>
+        <translation>%1 wird geschlossen</translation>
+    </message>
+    <message>
+        <source>Revert %1</source>
+        <translation>%1 zurücksetzen</translation>
+    </message>
 </context>
 <context>
     <name>Vantry::ChangesDock</name>
@@ -804,6 +828,10 @@
     <message>
         <source>Of the selected conflicts, what both sides began with comes back</source>
         <translation>Bei den ausgewählten Konflikten kommt zurück, womit beide Seiten begonnen haben</translation>
+    </message>
+    <message>
+        <source>Saving changes</source>
+        <translation>Änderungen werden gespeichert</translation>
     </message>
 </context>
 <context>
@@ -977,6 +1005,22 @@
         <source>&amp;Save</source>
         <translation>&amp;Speichern</translation>
     </message>
+    <message>
+        <source>take base</source>
+        <translation>Basis übernehmen</translation>
+    </message>
+    <message>
+        <source>Take &amp;Base</source>
+        <translation>Basis &amp;übernehmen</translation>
+    </message>
+    <message>
+        <source>Base</source>
+        <translation>Basis</translation>
+    </message>
+    <message>
+        <source>the file as it was</source>
+        <translation>die Datei, wie sie war</translation>
+    </message>
 </context>
 <context>
     <name>Vantry::DeskApplication</name>
@@ -1032,6 +1076,14 @@
     <message>
         <source>Find Ne&amp;xt</source>
         <translation>&amp;Nächster Treffer</translation>
+    </message>
+    <message>
+        <source>Undoing %1</source>
+        <translation>%1 wird rückgängig gemacht</translation>
+    </message>
+    <message>
+        <source>Redoing %1</source>
+        <translation>%1 wird wiederholt</translation>
     </message>
 </context>
 <context>

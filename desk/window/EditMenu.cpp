@@ -1,8 +1,8 @@
 #include "desk/window/EditMenu.h"
 
 #include "desk/common/CellEdit.h"
+#include "desk/common/LongWork.h"
 #include "desk/common/MenuText.h"
-#include "desk/common/WaitCursor.h"
 #include "desk/find/FindDock.h"
 #include "desk/window/NodeActions.h"
 #include "host/Utilities/ModelViews/Widgets/AttributeTreeModelInputDialogs.h"
@@ -74,8 +74,9 @@ void EditMenu::name(QAction& action, const QString& verb, const QString& step)
 void EditMenu::take(FrameworkCore::AppConfig::Outcome (History::*step)())
 {
     endCellEdit(window);
-    const WaitCursor cursor;
-    (history.get()->*step)();
+    const QString title = step == &History::undo ? tr("Undoing %1").arg(history->getUndoName())
+                                                 : tr("Redoing %1").arg(history->getRedoName());
+    refusalsOf(title, *repository, [&](const NoteOutcome&) { (history.get()->*step)(); });
     refresh();
 }
 

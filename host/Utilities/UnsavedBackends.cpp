@@ -1,5 +1,7 @@
 #include "host/Utilities/UnsavedBackends.h"
 
+#include "host/Utilities/PollingPause.h"
+
 #include <QGuiApplication>
 
 namespace Utilities {
@@ -9,7 +11,10 @@ UnsavedBackends::UnsavedBackends(std::shared_ptr<ChangesInterface> changesInterf
 {
     if (!changes)
         return;
-    connect(&timer, &QTimer::timeout, this, &UnsavedBackends::look);
+    connect(&timer, &QTimer::timeout, this, [this] {
+        if (!PollingPause::isOn())
+            look();
+    });
     connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, &UnsavedBackends::setPace);
     setPace();
 }

@@ -209,7 +209,7 @@ void DocumentBackend::releaseDocument()
     constexpr std::size_t large = 1 << 20; // takes a person's while to be parsed again
     const std::lock_guard lock(mutex);
     const bool isInUse = editing; // by an edit, whose batch is not in the text before its end
-    if (!isInUse && content.getBase().size() < large)
+    if (!isInUse && content.getBaseSize() < large)
         content.release();
 }
 

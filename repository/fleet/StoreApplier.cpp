@@ -233,7 +233,7 @@ void StoreApplier::publish()
     NodeWriter& nodes = transaction.getNodes();
     const auto set = [&](const QString& path, const QVariant& value) {
         Node& node = nodes.ensure(path);
-        if (!node.isAttribute() || node.value != value)
+        if (!node.isAttribute() || !node.value.isSame(value))
             nodes.setAttribute(node, value, FrameworkCore::AppConfig::AccessMode::ReadOnly);
     };
     set(statesPath + shown->getName(), link);

@@ -7,7 +7,8 @@ namespace Repository {
 
 NodeState NodeState::of(const Node& node)
 {
-    return {true, node.isAttribute(), node.getAccess(), node.isAttribute() ? node.value : QVariant()};
+    return {true, node.isAttribute(), node.getAccess(),
+            node.isAttribute() ? node.value.toVariant() : QVariant()};
 }
 
 NodeState NodeState::at(AttributeTree& tree, const QString& path)

@@ -77,7 +77,7 @@ EditedDocument::Snapshot EditedDocument::getSnapshot() const
 {
     Snapshot snapshot;
     snapshot.type = type;
-    snapshot.base = base;
+    snapshot.base = base.get();
     snapshot.text = getText();
     snapshot.revision = revision;
     snapshot.conflicts = conflicts;
@@ -85,10 +85,11 @@ EditedDocument::Snapshot EditedDocument::getSnapshot() const
 }
 
 EditedDocument::EditedDocument(const Snapshot& snapshot)
-    : type(snapshot.type), document(parsed(snapshot.text)), base(snapshot.base), revision(snapshot.revision),
+    : type(snapshot.type), document(parsed(snapshot.text)), revision(snapshot.revision),
       comparedRevision(snapshot.revision), differs(snapshot.text != snapshot.base),
       edited(differs ? snapshot.text : std::string()), conflicts(snapshot.conflicts)
 {
+    base = snapshot.base;
 }
 
 // Of a text that parsed before.
@@ -102,14 +103,16 @@ std::unique_ptr<Document> EditedDocument::parsed(const std::string& text) const
 Document& EditedDocument::presentDocument() const
 {
     if (!document)
-        document = parsed(base);
+        document = parsed(base.get());
     return *document;
 }
 
 void EditedDocument::release()
 {
-    if (!hasEdits())
-        document.reset();
+    if (hasEdits())
+        return;
+    document.reset();
+    base.pack();
 }
 
 Outcome EditedDocument::load(std::string text)
@@ -135,7 +138,7 @@ void EditedDocument::begin(std::unique_ptr<Document> fresh, std::string text)
 std::string EditedDocument::getText() const
 {
     compare();
-    return differs ? edited : base;
+    return differs ? edited : base.get();
 }
 
 bool EditedDocument::hasEdits() const
@@ -149,7 +152,7 @@ void EditedDocument::compare() const
     if (damaged || comparedRevision == revision)
         return;
     edited = presentDocument().getBytes();
-    differs = edited != base;
+    differs = edited != base.get();
     comparedRevision = revision;
     if (!differs)
         edited = {};
@@ -193,9 +196,9 @@ void EditedDocument::setBase(std::string text)
     presentDocument(); // what was not edited is not in the new base
     compare();
     if (!differs)
-        edited.swap(base);
+        base.swap(edited);
     base = std::move(text);
-    differs = edited != base;
+    differs = edited != base.get();
     if (!differs)
         std::string().swap(edited);
 }
@@ -211,7 +214,7 @@ std::string EditedDocument::merge(std::unique_ptr<Document> theirs, std::string 
         begin(std::move(theirs), std::move(text));
         return {};
     }
-    const std::unique_ptr<Document> former = parsed(base);
+    const std::unique_ptr<Document> former = parsed(base.get());
     EntryMap found = entriesAt(*theirs, conflictPaths());
     MergedDocument merged = mergeDocuments(*former, presentDocument(), std::move(theirs));
     found.merge(merged.theirs);
@@ -259,10 +262,10 @@ std::vector<DocumentChange> EditedDocument::changesBetween(const std::string& ty
 std::string EditedDocument::revert(const std::vector<std::string>& paths)
 {
     if (damaged)
-        return load(base).error;
-    Taken taken = takeEntries(presentDocument(), *parsed(base), paths);
+        return load(base.get()).error;
+    Taken taken = takeEntries(presentDocument(), *parsed(base.get()), paths);
     if (taken.areAll) {
-        const Outcome outcome = replaceText(base);
+        const Outcome outcome = replaceText(base.get());
         settleConflicts({std::string()});
         return outcome.error;
     }
@@ -277,7 +280,7 @@ std::string EditedDocument::revert(const std::vector<std::string>& paths)
 std::optional<std::string> EditedDocument::baseWith(const std::vector<std::string>& paths,
                                                     std::string& reason) const
 {
-    const Taken taken = takeEntries(*parsed(base), presentDocument(), paths);
+    const Taken taken = takeEntries(*parsed(base.get()), presentDocument(), paths);
     if (taken.areAll)
         return getText();
     reason = Reason::tr("%1; save all of the file instead", {taken.reason});
@@ -341,7 +344,8 @@ bool EditedDocument::isOpen(const Conflict& conflict, bool isSettled) const
         return false;
     return !isSettled ||
            (isSameOrNone(conflict.mine, conflict.base) &&
-            isSameOrNone(conflict.theirs, valueIn(entriesAt(*parsed(base), {conflict.path}), conflict.path)));
+            isSameOrNone(conflict.theirs,
+                         valueIn(entriesAt(*parsed(base.get()), {conflict.path}), conflict.path)));
 }
 
 std::string EditedDocument::takeBases(const std::vector<Conflict>& chosen)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "repository/merge/DocumentChanges.h"
+#include "repository/merge/PackedText.h"
 
 #include <functional>
 #include <map>
@@ -32,10 +33,11 @@ public:
     const std::string& getType() const { return type; }
     const Documents::Document& getDocument() const { return presentDocument(); }
 
-    // Gives up the document of a text without edits, of which there may be thousands that nobody looks at; it
-    // is parsed again when it is asked for.
+    // Gives up the document of a text without edits, of which there may be thousands that nobody looks at,
+    // and packs the text; it is unpacked and parsed again when it is asked for.
     void release();
-    const std::string& getBase() const { return base; }
+    const std::string& getBase() const { return base.get(); }
+    std::size_t getBaseSize() const { return base.getSize(); }
     std::string getText() const;
     bool hasEdits() const; // whether the text differs from the base; quick while nothing was written
 
@@ -123,7 +125,7 @@ private:
 
     std::string type;
     mutable std::unique_ptr<Documents::Document> document; // null when it was released
-    std::string base;
+    PackedText base;
     std::size_t revision = 0;
     bool damaged = false;
     // The text is put together once for all that a save asks; it is kept while it differs from the base.

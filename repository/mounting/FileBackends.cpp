@@ -188,7 +188,10 @@ std::vector<std::shared_ptr<Backend>> FileBackends::mayBeOf(const QString& ident
 void FileBackends::noteFile(const std::shared_ptr<Backend>& backend, const QString& identity)
 {
     const std::lock_guard lock(mutex);
-    if (identity == QDir::cleanPath(backend->getDescription().filePath))
+    const QString& filePath = backend->getDescription().filePath;
+    if (identity == filePath)
+        filesByIdentity.insert(filePath, backend); // one text for both
+    else if (identity == QDir::cleanPath(filePath))
         filesByIdentity.insert(identity, backend);
     else
         linkedFiles.push_back(backend);

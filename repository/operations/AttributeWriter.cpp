@@ -124,9 +124,10 @@ Outcome AttributeWriter::writeOne(const QString& path, const QVariant& value, in
         const auto element = ListElement::at(path);
         return element ? writeElement(*element, path, value) : refuseUnknown(path, value);
     }
-    QVariant previous;
+    QVariant accepted;
+    bool isChanged = false;
     record.begin(store->getHistory(), *node);
-    std::optional<Outcome> outcome = replace(*node, path, value, previous);
+    std::optional<Outcome> outcome = replace(*node, path, value, accepted, isChanged);
     if (!outcome || !outcome->ok()) {
         const bool isHidden = !node->isReadable();
         const bool isLinked = !outcome && node->backend->isLinked(path);
@@ -140,11 +141,10 @@ Outcome AttributeWriter::writeOne(const QString& path, const QVariant& value, in
         }
         return writeOne(path, value, points);
     }
-    const bool isChanged = !FrameworkCore::Values::isSameValue(previous, node->value);
     record.end(*node);
     const Delivery delivery(*node, path, tree.patterns,
                             isChanged ? UpdateResult::Changed : UpdateResult::Unchanged, points,
-                            std::move(previous));
+                            std::move(accepted));
     lock.unlock();
     delivery.send(path);
     return {};
@@ -269,18 +269,19 @@ Outcome AttributeWriter::refuseUnknown(const QString& path, const QVariant& valu
 }
 
 std::optional<Outcome> AttributeWriter::replace(Node& node, const QString& path, const QVariant& value,
-                                                QVariant& previous)
+                                                QVariant& accepted, bool& isChanged)
 {
-    QVariant& accepted = previous; // until it changes places with the one before
     Outcome outcome = acceptWrite(node, value, accepted);
     if (!outcome.ok())
         return outcome;
+    isChanged = !node.value.isSame(accepted);
+    NodeValue written(accepted); // first, since it may need memory
     if (node.backend) {
         std::optional<Outcome> stored = node.backend->set(path, toValue(accepted));
         if (!stored || !stored->ok())
             return stored ? Refusals::unfitFor(node, *std::move(stored), accepted) : stored;
     }
-    node.value.swap(accepted);
+    node.value = std::move(written);
     return outcome;
 }
 

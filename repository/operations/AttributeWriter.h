@@ -67,7 +67,7 @@ private:
 
     // Nothing while the node's backend is being edited otherwise, and where it is linked.
     static std::optional<Outcome> replace(Node& node, const QString& path, const QVariant& value,
-                                          QVariant& previous);
+                                          QVariant& accepted, bool& isChanged);
 
     std::shared_ptr<AttributeStore> store;
 };

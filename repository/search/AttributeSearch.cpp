@@ -113,7 +113,7 @@ Outcome replaceInFile(Transaction& transaction, const Interfaces::SearchHit& hit
         transaction.edit(*node->backend); // nobody writes to it from here on
     {
         const std::lock_guard lock(nodes.getTree().index.shardOf(*node).mutex);
-        if (!FrameworkCore::Values::isSameValue(node->value, hit.value))
+        if (!node->value.isSame(hit.value))
             return Outcome(StatusCode::BackendFailure, Texts::tr("it has changed since it was found"))
                 .advise(Texts::tr("search again"));
         if (node->finerValue())

@@ -41,7 +41,7 @@ void NodeMatcher::Candidate::takeFrom(const Node& node, AttributeTree& tree)
         return;
     }
     const std::lock_guard lock(tree.index.shardOf(node).mutex);
-    value = node.value;
+    value = node.value.toVariant();
 }
 
 bool NodeMatcher::Candidate::takeElement(const QString& elementPath, AttributeTree& tree)

@@ -36,7 +36,8 @@ int AttachedValidations::addValidation(const QString& path, const QString& name)
     NodeIndex::Shard& shard = tree->index.shardOf(key);
     const std::lock_guard lock(shard.mutex);
     Node* node = shard.find(key);
-    Validations& validations = node ? node->ensureExtras().validations : shard.pending[path].validations;
+    Validations& validations =
+        node ? node->listeners.ensureBlock().validations : shard.pending[path].validations;
     validations.push_back(validation);
     return 1;
 }

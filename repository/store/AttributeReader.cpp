@@ -17,8 +17,8 @@ class Snapshot : public Interfaces::AttributeInterface
 public:
     // The attribute lock is held.
     Snapshot(const QString& nodePath, const Node& node)
-        : path(nodePath), value(node.isReadable() ? node.value : QVariant()),
-          dataType(QString::fromLatin1(node.value.typeName())), access(presentAccess(node))
+        : path(nodePath), value(node.isReadable() ? node.value.toVariant() : QVariant()),
+          dataType(QString::fromLatin1(node.value.getTypeName())), access(presentAccess(node))
     {
     }
 
@@ -50,7 +50,7 @@ int AttributeReader::readAttributeValue(const QString& path, QVariant& value, co
     }
     if (!node->isReadable())
         return StatusCode::NotReadable;
-    value = node->value;
+    value = node->value.toVariant();
     return StatusCode::Success;
 }
 

@@ -2,6 +2,7 @@
 
 #include "repository/notification/PatternIndex.h"
 #include "repository/store/NodeIndex.h"
+#include "repository/store/NodePages.h"
 
 #include <QString>
 
@@ -36,7 +37,8 @@ struct AttributeTree
     std::shared_mutex structure;
     NodeIndex index;
     PatternIndex patterns;
-    Node top;                                       // holds the top-level nodes; not in the index
+    NodePages pages; // for nodes that come many at a time; guarded by structure, held for writing
+    Node top;        // holds the top-level nodes; not in the index
     std::vector<std::shared_ptr<Backend>> backends; // guarded by structure
 };
 

@@ -14,15 +14,16 @@ Registrations Delivery::updateMatching(Node& node, const QString* path, const Pa
     if (node.getPatternGeneration() == generation)
         return {};
     Registrations matching = patterns.match(path ? *path : node.getPath());
-    if (node.extras || !matching.isEmpty())
-        node.ensureExtras().matching.swap(matching);
+    if (node.listeners.getBlock() || !matching.isEmpty())
+        node.listeners.ensureBlock().matching.swap(matching);
     node.setPatternGeneration(generation);
     return matching;
 }
 
 bool Delivery::hasListeners(const Node& node)
 {
-    return !node.exact.isEmpty() || (node.extras && !node.extras->matching.isEmpty());
+    const NodeListeners::Block* const block = node.listeners.getBlock();
+    return !node.listeners.getExact().isEmpty() || (block && !block->matching.isEmpty());
 }
 
 void Delivery::collect(std::vector<Delivery>& deliveries, Node& node, const PatternIndex& patterns,
@@ -35,36 +36,38 @@ void Delivery::collect(std::vector<Delivery>& deliveries, Node& node, const Patt
         points = int(UpdatePoint::AfterReorder);
     Delivery& delivery = deliveries.emplace_back(Delivery(result, points));
     delivery.outdated = std::move(outdated);
-    node.exact.forEach([&](const auto& registration) {
+    node.listeners.getExact().forEach([&](const auto& registration) {
         delivery.counted.append(registration);
         delivery.listened |= registration->getPoints();
     });
     delivery.collectedPath = node.getPath();
-    delivery.addContent(node, result == UpdateResult::Removed ? QVariant() : node.value);
+    const bool tellsValue = result != UpdateResult::Removed && node.isReadable();
+    delivery.addContent(node, tellsValue ? node.value.toVariant() : QVariant());
 }
 
 Delivery::Delivery(Node& node, const QString& path, const PatternIndex& patterns, UpdateResult outcome,
-                   int operationPoints, QVariant&& previous)
+                   int operationPoints, QVariant&& written)
     : Delivery(outcome, operationPoints)
 {
     outdated = updateMatching(node, &path, patterns);
     if (!hasListeners(node))
         return;
-    const bool isHeld = !node.exact.isEmpty() && hold.begin(node.pathHash);
-    node.exact.forEach([&](const auto& registration) {
+    const bool isHeld = !node.listeners.getExact().isEmpty() && hold.begin(node.pathHash);
+    node.listeners.getExact().forEach([&](const auto& registration) {
         if (isHeld)
             held.append(registration.data());
         else
             counted.append(registration);
         listened |= registration->getPoints();
     });
-    addContent(node, outcome == UpdateResult::Unchanged ? std::move(previous) : node.value);
+    addContent(node, std::move(written));
 }
 
 void Delivery::addContent(const Node& node, QVariant&& valueToTell)
 {
-    if (node.extras && !node.extras->matching.isEmpty()) {
-        matching = node.extras->matching;
+    const NodeListeners::Block* const block = node.listeners.getBlock();
+    if (block && !block->matching.isEmpty()) {
+        matching = block->matching;
         listened = points; // there may be many: they are asked when they are called
     }
     if (node.isReadable())

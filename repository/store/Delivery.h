@@ -25,10 +25,9 @@ public:
     static constexpr int allPoints = 15;
 
     // Of a write. Brings the node's list of matching patterns up to date on the way. Attribute lock held.
-    // Lives and dies on the thread that makes it. The previous value is reported in place of an equal one,
-    // which need not be shared then.
+    // Lives and dies on the thread that makes it.
     Delivery(Node& node, const QString& path, const PatternIndex& patterns, UpdateResult result, int points,
-             QVariant&& previous);
+             QVariant&& written);
 
     // Appends what is to be reported, if anybody listens. Attribute lock held.
     static void collect(std::vector<Delivery>& deliveries, Node& node, const PatternIndex& patterns,

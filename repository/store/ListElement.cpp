@@ -22,12 +22,12 @@ std::optional<ListElement> ListElement::at(const QString& path)
 
 bool ListElement::isList(const Node* node)
 {
-    return node && node->isAttribute() && node->value.userType() == QMetaType::QStringList;
+    return node && node->isAttribute() && node->value.getType() == QMetaType::QStringList;
 }
 
 QVariant ListElement::readFrom(const Node* node) const
 {
-    const QStringList texts = isList(node) ? node->value.toStringList() : QStringList();
+    const QStringList texts = isList(node) ? node->value.toVariant().toStringList() : QStringList();
     return index < texts.size() ? QVariant(texts[index]) : QVariant();
 }
 

@@ -15,14 +15,15 @@ public:
     NamePrefix() = default;
     explicit NamePrefix(QStringView name) : bits(bitsOf(name)) {}
 
+    // So many characters, each in one byte from the highest on; the flag is in the lowest.
+    static constexpr int length = 7;
+
     // The child has children of its own, which a search may have to look at.
     void setBranchBit() { bits |= branchBit; }
 
 private:
     friend class NameFilter;
 
-    static constexpr int length =
-        7; // characters, each in one byte from the highest on; the flag is in the lowest
     static constexpr std::uint64_t branchBit = 1;
 
     static std::uint64_t bitsOf(QStringView name);

@@ -9,7 +9,7 @@
 namespace Repository {
 
 // The node is linked already, so that it must not get lost.
-Node& NewNodes::add(std::unique_ptr<Node> node, quint32 hash)
+Node& NewNodes::add(NodePointer node, quint32 hash)
 {
     if (entries.size() == entries.capacity()) {
         try {

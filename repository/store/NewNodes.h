@@ -25,7 +25,7 @@ public:
     Q_DISABLE_COPY(NewNodes)
 
     // The hash is that of the node's path.
-    Node& add(std::unique_ptr<Node> node, quint32 hash);
+    Node& add(NodePointer node, quint32 hash);
 
     // Hands all nodes to the index, and what waits for them to the nodes. Those that somebody may listen to
     // are shown to the visitor as they are filed, with their shard locked. Room is made for all of them
@@ -78,7 +78,7 @@ private:
 
     struct Entry
     {
-        std::unique_ptr<Node> node;
+        NodePointer node;
         quint32 hash;
     };
 

@@ -1,6 +1,7 @@
 #include "repository/store/Node.h"
 
 #include "repository/backends/Backend.h"
+#include "repository/store/NodePages.h"
 
 #include <algorithm>
 #include <cstring>
@@ -24,13 +25,13 @@ auto at(Row& row, std::size_t place)
 
 void Children::append(Node& child)
 {
-    if (!prefixes.empty() && prefixes.size() == prefixes.capacity())
-        prefixes.reserve(2 * prefixes.size());
+    if (prefixes && prefixes->size() == prefixes->capacity())
+        prefixes->reserve(2 * prefixes->size());
     child.slot = quint32(places.size());
     places.push_back(&child); // nothing fails after it, so that the child is in both or in none
     ++count;
-    if (!prefixes.empty())
-        prefixes.push_back(prefixOf(child));
+    if (prefixes)
+        prefixes->push_back(prefixOf(child));
     else if (places.size() == manyPlaces)
         fillPrefixes();
 }
@@ -54,16 +55,16 @@ void Children::insert(Node& child, std::size_t place)
         append(child);
     } else {
         places[gap] = &child;
-        if (!prefixes.empty())
-            prefixes[gap] = prefixOf(child);
+        if (prefixes)
+            (*prefixes)[gap] = prefixOf(child);
         ++count;
     }
     const auto moveUp = [place, gap](auto& row) {
         std::rotate(at(row, place), at(row, gap), at(row, gap + 1));
     };
     moveUp(places);
-    if (!prefixes.empty())
-        moveUp(prefixes);
+    if (prefixes)
+        moveUp(*prefixes);
     giveOwnSlots(place, gap + 1);
 }
 
@@ -72,9 +73,9 @@ void Children::makeRoom(std::size_t place)
 {
     const std::size_t size = places.size() + nearPlaces;
     places.reserve(size);
-    if (!prefixes.empty()) {
-        prefixes.reserve(size);
-        prefixes.insert(at(prefixes, place), nearPlaces, NamePrefix());
+    if (prefixes) {
+        prefixes->reserve(size);
+        prefixes->insert(at(*prefixes, place), nearPlaces, NamePrefix());
     }
     places.insert(at(places, place), nearPlaces, nullptr);
     giveOwnSlots(place + nearPlaces, size);
@@ -110,7 +111,7 @@ bool Children::orderBySlots() noexcept
     if (isMoved)
         std::stable_sort(places.begin(), places.end(), isBefore);
     giveOwnSlots(0, places.size());
-    prefixes.clear();
+    prefixes.reset();
     if (places.size() >= manyPlaces)
         fillPrefixes();
     return isMoved;
@@ -136,20 +137,27 @@ void Children::remove(Node& child)
         }
     }
     places = std::move(closed);
-    prefixes.clear();
+    prefixes.reset();
     if (places.size() >= manyPlaces)
         fillPrefixes();
 }
 
+void Children::shrink()
+{
+    places.shrink_to_fit();
+    if (prefixes)
+        prefixes->shrink_to_fit();
+}
+
 void Children::setBranchBit(const Node& child)
 {
-    if (!prefixes.empty())
-        prefixes[child.slot].setBranchBit();
+    if (prefixes)
+        (*prefixes)[child.slot].setBranchBit();
 }
 
 NamePrefix Children::prefixOf(const Node& child)
 {
-    NamePrefix prefix(child.getName());
+    NamePrefix prefix = child.getNamePrefix();
     if (child.children)
         prefix.setBranchBit();
     return prefix;
@@ -159,20 +167,82 @@ NamePrefix Children::prefixOf(const Node& child)
 void Children::fillPrefixes()
 {
     try {
-        prefixes.reserve(places.capacity());
+        prefixes = std::make_unique<std::vector<NamePrefix>>();
+        prefixes->reserve(places.capacity());
     } catch (const std::bad_alloc&) {
+        prefixes.reset();
         return;
     }
     for (const Node* const child : places)
-        prefixes.push_back(child ? prefixOf(*child) : NamePrefix());
+        prefixes->push_back(child ? prefixOf(*child) : NamePrefix());
 }
 
-std::unique_ptr<Node> Node::make(Node& parent, QStringView name, quint32 pathHash)
+void NodeDeleter::operator()(Node* node) const noexcept
 {
-    const std::size_t nameBytes = std::size_t(name.size()) * sizeof(QChar);
-    void* const block = ::operator new(sizeof(Node) + nameBytes);
-    std::memcpy(static_cast<char*>(block) + sizeof(Node), name.data(), nameBytes);
-    return std::unique_ptr<Node>(::new (block) Node(parent, quint32(name.size()), pathHash));
+    const bool isInPage = node->isInPage;
+    node->~Node();
+    if (isInPage)
+        NodePages::release(node);
+    else
+        ::operator delete(node);
+}
+
+NodePointer Node::make(Node& parent, QStringView name, quint32 pathHash, NodePages* pages)
+{
+    const auto size = quint32(name.size());
+    const bool isNarrow = std::all_of(name.begin(), name.end(), [](QChar c) { return c.unicode() <= 0xFF; });
+    const std::size_t bytes = sizeof(Node) + size * (isNarrow ? 1 : sizeof(QChar));
+    void* block = pages ? pages->take(bytes) : nullptr;
+    const bool isPaged = block != nullptr;
+    if (!isPaged)
+        block = ::operator new(bytes);
+    NodePointer node(::new (block) Node(parent, size, isNarrow, isPaged, pathHash));
+    char* const behind = static_cast<char*>(block) + sizeof(Node);
+    if (isNarrow)
+        std::transform(name.begin(), name.end(), behind, [](QChar c) { return c.toLatin1(); });
+    else
+        std::memcpy(behind, name.data(), size * sizeof(QChar));
+    return node;
+}
+
+void Node::copyName(QChar* to, quint32 count) const
+{
+    if (hasNarrowName)
+        std::transform(narrowName(), narrowName() + count, to, [](uchar c) { return QLatin1Char(char(c)); });
+    else
+        std::memcpy(to, wideName(), count * sizeof(QChar));
+}
+
+bool Node::hasName(const QChar* name) const
+{
+    if (hasNarrowName)
+        return std::equal(narrowName(), narrowName() + nameSize, name,
+                          [](uchar c, QChar other) { return c == other.unicode(); });
+    return std::memcmp(name, wideName(), nameSize * sizeof(QChar)) == 0;
+}
+
+QString Node::getName() const
+{
+    QString name(int(nameSize), Qt::Uninitialized);
+    copyName(name.data(), nameSize);
+    return name;
+}
+
+NamePrefix Node::getNamePrefix() const
+{
+    QChar characters[NamePrefix::length];
+    const quint32 count = std::min<quint32>(nameSize, NamePrefix::length);
+    copyName(characters, count);
+    return NamePrefix(QStringView(characters, count));
+}
+
+void Node::appendName(QString& path) const
+{
+    if (!path.isEmpty())
+        path += separator;
+    const int begin = path.size();
+    path.resize(begin + int(nameSize));
+    copyName(path.data() + begin, nameSize);
 }
 
 int Node::getPathSize() const
@@ -188,8 +258,8 @@ void Node::copyPath(QString& path) const
     path.resize(getPathSize());
     QChar* end = path.data() + path.size();
     for (const Node* node = this; node->parent; node = node->parent) {
-        const QStringView name = node->getName();
-        end = std::copy_backward(name.begin(), name.end(), end);
+        end -= node->nameSize;
+        node->copyName(end, node->nameSize);
         if (node->parent->parent)
             *--end = separator;
     }
@@ -206,9 +276,8 @@ bool Node::hasPath(QStringView path) const
 {
     const Node* node = this;
     while (node->parent) {
-        const QStringView name = node->getName();
-        const qsizetype begin = path.size() - name.size();
-        if (begin < 0 || std::memcmp(path.data() + begin, name.data(), node->nameSize * sizeof(QChar)) != 0)
+        const qsizetype begin = path.size() - qsizetype(node->nameSize);
+        if (begin < 0 || !node->hasName(path.data() + begin))
             return false;
         node = node->parent;
         if (!node->parent)
@@ -237,16 +306,9 @@ Children& Node::ensureChildren()
     return *children;
 }
 
-Node::Extras& Node::ensureExtras()
-{
-    if (!extras)
-        extras = std::make_unique<Extras>();
-    return *extras;
-}
-
 std::optional<FrameworkCore::Values::Value> Node::finerValue() const
 {
-    const int type = value.userType();
+    const int type = value.getType();
     const bool mayBe = backend && (type == QMetaType::QTime || type == QMetaType::QDateTime);
     return mayBe ? backend->finerValueAt(getPath()) : std::nullopt;
 }

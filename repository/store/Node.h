@@ -3,12 +3,11 @@
 #include "host/FrameworkCore/AppConfig/AccessMode.h"
 #include "host/FrameworkCore/Values/Value.h"
 #include "repository/notification/PatternIndex.h"
-#include "repository/notification/RegistrationList.h"
 #include "repository/store/NamePrefix.h"
-#include "repository/validation/Validation.h"
+#include "repository/store/NodeListeners.h"
+#include "repository/store/NodeValue.h"
 
 #include <QString>
-#include <QVariant>
 
 #include <atomic>
 #include <memory>
@@ -18,7 +17,15 @@
 namespace Repository {
 
 class Backend;
+class NodePages;
 struct Node;
+
+// Ends a node wherever its memory is from.
+struct NodeDeleter
+{
+    void operator()(Node* node) const noexcept;
+};
+using NodePointer = std::unique_ptr<Node, NodeDeleter>;
 
 // The children of a node in the order of its document, or in memory of their creation. A removed child leaves
 // a gap, so that taking one out of a million costs no more than one of two; gaps are closed when they are the
@@ -36,6 +43,7 @@ struct Children
     void giveSlots(quint32 slot) noexcept;
     bool orderBySlots() noexcept;
     void remove(Node& child);
+    void shrink();                        // to the room that they need
     void drop(Node& child) noexcept;      // the same, without closing gaps
     void setBranchBit(const Node& child); // a child that has children now
 
@@ -45,7 +53,7 @@ struct Children
     void visit(const NameFilter& filter, const Visitor& visitor) const
     {
         for (std::size_t i = 0; i < places.size(); ++i) {
-            if ((prefixes.empty() || filter.accepts(prefixes[i])) && places[i] && !visitor(*places[i]))
+            if ((!prefixes || filter.accepts((*prefixes)[i])) && places[i] && !visitor(*places[i]))
                 return;
         }
     }
@@ -56,31 +64,27 @@ private:
     void makeRoom(std::size_t place);
     void giveOwnSlots(std::size_t begin, std::size_t end) noexcept;
 
-    std::vector<NamePrefix> prefixes; // one for each place, or none at all while the places are few
+    std::unique_ptr<std::vector<NamePrefix>> prefixes; // one for each place; null while the places are few
 };
 
 // One place in the tree. What it is made of is guarded in two ways; see AttributeTree. There may be
 // millions, so that what few of them have lies in a block of its own, and that each knows its name only,
-// which lies right behind it: its path is put together of the names that lead to it.
+// which lies right behind it, in one byte for each character where that is enough: its path is put together
+// of the names that lead to it.
 struct Node
 {
     using AccessMode = FrameworkCore::AppConfig::AccessMode;
 
-    // What few attributes have.
-    struct Extras
-    {
-        Validations validations;
-        Registrations matching; // those whose pattern matches, as of the node's generation
-    };
+    Node() : nameSize(0), hasNarrowName(1), isInPage(0) {} // the top
 
-    Node() = default; // the top
-
-    // One in the parent, which outlives it; the hash is that of its path.
-    static std::unique_ptr<Node> make(Node& parent, QStringView name, quint32 pathHash);
-    static void operator delete(void* block) { ::operator delete(block); }
+    // One in the parent, which outlives it; the hash is that of its path. Those of one page come soon after
+    // each other.
+    static NodePointer make(Node& parent, QStringView name, quint32 pathHash, NodePages* pages = nullptr);
 
     // What is told by the names needs no lock while the node is there. The top has an empty path.
-    QStringView getName() const { return {reinterpret_cast<const QChar*>(this + 1), nameSize}; }
+    QString getName() const;
+    NamePrefix getNamePrefix() const; // without the branch bit
+    void appendName(QString& path) const;
     QString getPath() const;
     void copyPath(QString& path) const; // the same, into the room that the text has
     int getPathSize() const;
@@ -89,8 +93,11 @@ struct Node
 
     Children& ensureChildren(); // made if there are none
     bool isBackendRoot() const { return backend && parent->backend != backend; }
-    Extras& ensureExtras(); // made if there are none
-    const Validations* getValidations() const { return extras ? &extras->validations : nullptr; }
+    const Validations* getValidations() const
+    {
+        const NodeListeners::Block* const block = listeners.getBlock();
+        return block ? &block->validations : nullptr;
+    }
 
     // An attribute, or else it only groups its children, and value means nothing.
     bool isAttribute() const { return (flags.load(std::memory_order_relaxed) & attributeFlag) != 0; }
@@ -102,7 +109,7 @@ struct Node
     // The value where its backend has more digits of a second than an attribute holds, or nothing.
     std::optional<FrameworkCore::Values::Value> finerValue() const;
 
-    // As of when Extras::matching is.
+    // As of when the matching listeners are.
     quint32 getPatternGeneration() const { return flags.load(std::memory_order_relaxed) >> generationShift; }
     void setPatternGeneration(quint32 generation)
     {
@@ -118,7 +125,19 @@ struct Node
     const quint32 pathHash = 0;
 
 private:
-    Node(Node& above, quint32 size, quint32 hash) noexcept : parent(&above), pathHash(hash), nameSize(size) {}
+    friend struct NodeDeleter;
+
+    Node(Node& above, quint32 size, bool isNarrow, bool isPaged, quint32 hash) noexcept
+        : parent(&above), pathHash(hash), nameSize(size & mostCharacters), hasNarrowName(isNarrow),
+          isInPage(isPaged)
+    {
+    }
+
+    // The characters of the name in either width.
+    const uchar* narrowName() const { return reinterpret_cast<const uchar*>(this + 1); }
+    const QChar* wideName() const { return reinterpret_cast<const QChar*>(this + 1); }
+    void copyName(QChar* to, quint32 count) const;
+    bool hasName(const QChar* name) const; // which has the size
 
     static constexpr quint32 accessBits = 3;
     static constexpr quint32 attributeFlag = 4;
@@ -134,14 +153,17 @@ private:
     // the generation up to date.
     std::atomic<quint32> flags{quint32(AccessMode::ReadWrite)};
 
-    const quint32 nameSize = 0; // in characters
+    static constexpr int sizeBits = 30; // a QString has no more characters
+    static constexpr quint32 mostCharacters = (1U << sizeBits) - 1;
+    const quint32 nameSize : sizeBits;
+    const quint32 hasNarrowName : 1;
+    const quint32 isInPage : 1;
 
 public:
     // The attribute.
-    QVariant value;         // of one of the attribute types; invalid for null
-    RegistrationList exact; // those made for this path
-    std::unique_ptr<Extras> extras;
+    NodeValue value;
+    NodeListeners listeners;
 };
-static_assert(sizeof(Node) <= 72);
+static_assert(sizeof(Node) <= 56);
 
 } // namespace Repository

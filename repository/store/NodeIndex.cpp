@@ -33,9 +33,9 @@ void NodeIndex::Shard::attachPending(Node& node)
     const auto found = pending.empty() ? pending.end() : pending.find(node.getPath());
     if (found == pending.end())
         return;
-    node.exact = std::move(found->second.exact);
+    node.listeners.getExact() = std::move(found->second.exact);
     if (!found->second.validations.empty())
-        node.ensureExtras().validations = std::move(found->second.validations);
+        node.listeners.ensureBlock().validations = std::move(found->second.validations);
     pending.erase(found);
 }
 

@@ -18,7 +18,7 @@ Node* NodeTable::find(QStringView path, quint32 hash) const
     for (std::size_t number = firstGroup(hash);; number = groupBehind(number)) {
         const Group& group = groups[number];
         for (unsigned places = group.placesOf(hash); places != 0; places &= places - 1) {
-            const std::unique_ptr<Node>& node = group.nodes[qCountTrailingZeroBits(places)];
+            const NodePointer& node = group.nodes[qCountTrailingZeroBits(places)];
             if (node && node->hasPath(path))
                 return node.get();
         }
@@ -27,14 +27,14 @@ Node* NodeTable::find(QStringView path, quint32 hash) const
     }
 }
 
-Node& NodeTable::insert(std::unique_ptr<Node> node, quint32 hash)
+Node& NodeTable::insert(NodePointer node, quint32 hash)
 {
     reserveMore(1);
     ++used;
     return place(std::move(node), hash);
 }
 
-Node& NodeTable::place(std::unique_ptr<Node> node, quint32 hash)
+Node& NodeTable::place(NodePointer node, quint32 hash)
 {
     for (std::size_t number = firstGroup(hash);; number = groupBehind(number)) {
         Group& group = groups[number];
@@ -49,11 +49,11 @@ Node& NodeTable::place(std::unique_ptr<Node> node, quint32 hash)
     }
 }
 
-std::unique_ptr<Node> NodeTable::take(const Node& node)
+NodePointer NodeTable::take(const Node& node)
 {
     for (std::size_t number = firstGroup(node.pathHash);; number = groupBehind(number)) {
         Group& group = groups[number];
-        for (std::unique_ptr<Node>& place : group.nodes) {
+        for (NodePointer& place : group.nodes) {
             if (place.get() != &node)
                 continue;
             --used;

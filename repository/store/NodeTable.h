@@ -20,8 +20,8 @@ public:
     NodeTable() : groups(fewestGroups) {}
 
     Node* find(QStringView path, quint32 hash) const;
-    Node& insert(std::unique_ptr<Node> node, quint32 hash); // there is none of that path
-    std::unique_ptr<Node> take(const Node& node);
+    Node& insert(NodePointer node, quint32 hash); // there is none of that path
+    NodePointer take(const Node& node);
     void reserveMore(std::size_t count);
 
 private:
@@ -35,7 +35,7 @@ private:
         // that there is one, but not which it is.
         unsigned placesOf(quint32 hash) const;
 
-        std::array<std::unique_ptr<Node>, placesOfGroup> nodes;
+        std::array<NodePointer, placesOfGroup> nodes;
         std::array<quint32, placesOfGroup> hashes;
         quint32 passedOn = 0;
     };
@@ -43,7 +43,7 @@ private:
 
     std::size_t firstGroup(quint32 hash) const { return hash & (groups.size() - 1); }
     std::size_t groupBehind(std::size_t number) const { return (number + 1) & (groups.size() - 1); }
-    Node& place(std::unique_ptr<Node> node, quint32 hash);
+    Node& place(NodePointer node, quint32 hash);
 
     std::vector<Group> groups; // a power of two
     std::size_t used = 0;

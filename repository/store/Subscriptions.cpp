@@ -30,7 +30,7 @@ RegistrationPointer takeExact(AttributeTree& tree, const QString& path, const No
     NodeIndex::Shard& shard = tree.index.shardOf(key);
     const std::lock_guard lock(shard.mutex);
     if (Node* node = shard.find(key))
-        return node->exact.take(registration);
+        return node->listeners.getExact().take(registration);
     const auto pending = shard.pending.find(path);
     if (pending == shard.pending.end())
         return {};
@@ -59,8 +59,8 @@ void forget(AttributeTree& tree, const RegistrationPointer& ended)
     const std::shared_lock lock(tree.structure);
     for (Node* const node : subtreeOf(tree.top, nullptr)) {
         const std::lock_guard shardLock(tree.index.shardOf(*node).mutex);
-        if (node->extras)
-            node->extras->matching.removeOne(ended);
+        if (NodeListeners::Block* const block = node->listeners.getBlock())
+            block->matching.removeOne(ended);
     }
 }
 
@@ -126,7 +126,7 @@ Subscriptions::registerUpdateCallback(const QString& pathOrPattern,
     std::unique_lock lock(shard.mutex);
     Node* node = shard.find(key);
     if (callback && (node || isValidPath(pathOrPattern))) {
-        (node ? node->exact : shard.pending[pathOrPattern].exact).add(std::move(registration));
+        (node ? node->listeners.getExact() : shard.pending[pathOrPattern].exact).add(std::move(registration));
         return handle;
     }
     lock.unlock();

@@ -2,7 +2,6 @@
 
 #include "host/FrameworkCore/Values/Utf8.h"
 #include "host/FrameworkCore/Values/VariantText.h"
-#include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/common/PathRules.h"
 #include "repository/notification/PatternIndex.h"
 
@@ -13,8 +12,8 @@ namespace Repository {
 using FrameworkCore::Values::Type;
 using FrameworkCore::Values::Value;
 
-SubtreeBuilder::SubtreeBuilder(Node& emptyRoot)
-    : root(emptyRoot), fullPath(emptyRoot.getPath()), levels{{0, fullPath.size(), &emptyRoot}}
+SubtreeBuilder::SubtreeBuilder(Node& emptyRoot, NodePages& memory)
+    : root(emptyRoot), pages(memory), fullPath(emptyRoot.getPath()), levels{{0, fullPath.size(), &emptyRoot}}
 {
 }
 
@@ -26,13 +25,15 @@ void SubtreeBuilder::add(std::string_view path, const Value& value)
     fullPath.resize(above.fullLength);
     appendName(path.substr(above.nameBegin()));
     const NodeIndex::Key key(fullPath);
-    auto node = Node::make(parent, pathAfter(fullPath, above.fullLength), key.hash);
+    auto node = Node::make(parent, pathAfter(fullPath, above.fullLength), key.hash, &pages);
     node->backend = root.backend;
     node->setAccess(root.getAccess());
     if (value.type != Type::Group) {
         node->setAttribute(true);
-        node->value = FrameworkCore::Values::toVariant(value);
+        node->value = NodeValue(value, &pages);
     }
+    if (!parent.children)
+        groups.push_back(&parent);
     parent.ensureChildren().append(*node);
 
     last.assign(path);
@@ -83,6 +84,8 @@ Node& SubtreeBuilder::search(const QString& path)
 bool SubtreeBuilder::file(NodeIndex& index, const PatternIndex& patterns, std::vector<Delivery>& deliveries)
 {
     byPath.clear();
+    for (Node* const group : groups)
+        group->children->shrink();
     return made.file(index, patterns, [&](Node& node) {
         if (node.isAttribute())
             Delivery::collect(deliveries, node, patterns, Delivery::UpdateResult::Created);

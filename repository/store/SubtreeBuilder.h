@@ -22,8 +22,8 @@ class PatternIndex;
 class SubtreeBuilder
 {
 public:
-    // What is built belongs to the root's backend and has its access mode.
-    explicit SubtreeBuilder(Node& emptyRoot);
+    // What is built belongs to the root's backend and has its access mode. Both outlive the builder.
+    SubtreeBuilder(Node& emptyRoot, NodePages& memory);
 
     // A node that is not there yet; the path is relative to the root and not empty. Parents come first.
     void add(std::string_view path, const FrameworkCore::Values::Value& value);
@@ -49,11 +49,13 @@ private:
     void appendName(std::string_view name);
 
     Node& root;
+    NodePages& pages;
     NewNodes made;
     PathBudget budget;
     std::string last; // the relative path of the last level
     QString fullPath; // the same in the tree
     std::vector<Level> levels;
+    std::vector<Node*> groups;    // that got children; not owned
     QHash<QString, Node*> byPath; // empty until a node is searched
 };
 

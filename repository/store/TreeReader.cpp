@@ -27,13 +27,6 @@ bool canLeadTo(QStringView path, const QString& start, Qt::CaseSensitivity sensi
            path.compare(start.leftRef(int(path.size())), sensitivity) == 0;
 }
 
-void appendName(QString& path, QStringView name)
-{
-    if (!path.isEmpty())
-        path += pathSeparator;
-    path.append(name.data(), int(name.size()));
-}
-
 // Which children of the node can match the pattern, or have somebody below them that does.
 NameFilter candidates(const Node& node, const QString& start, const QString& end)
 {
@@ -61,8 +54,9 @@ QVector<ChildInformation> TreeReader::getChildren(const QString& path, const QSt
     if (beginning.isEmpty())
         found.reserve(node->children->count);
     node->children->visit(NameFilter::beginning(beginning), [&](const Node& child) {
-        if (beginning.isEmpty() || child.getName().startsWith(beginning))
-            found.append({child.getName().toString(), child.children ? child.children->count : 0});
+        QString name = child.getName();
+        if (beginning.isEmpty() || name.startsWith(beginning))
+            found.append({std::move(name), child.children ? child.children->count : 0});
         return true;
     });
     return found;
@@ -95,7 +89,7 @@ QStringList TreeReader::getLastChildNames(const QString& path, int count) const
     const std::vector<Node*>& places = node->children->places;
     for (auto child = places.rbegin(); child != places.rend() && names.size() < count; ++child) {
         if (*child)
-            names.append((*child)->getName().toString());
+            names.append((*child)->getName());
     }
     std::reverse(names.begin(), names.end());
     return names;
@@ -119,7 +113,7 @@ NodeInformation TreeReader::getNodeInformation(const QString& path) const
     information.childCount = node->children ? node->children->count : 0;
     information.accessMode = presentAccess(*node);
     if (node->isAttribute())
-        information.dataType = QString::fromLatin1(node->value.typeName());
+        information.dataType = QString::fromLatin1(node->value.getTypeName());
     if (node->backend)
         information.backend = node->backend->getName();
     return information;
@@ -170,7 +164,7 @@ QStringList TreeReader::findPaths(const PathSearch& search) const
         const int parentSize = path.size();
         children->visit(candidates(*walk.front(), start, end), [&](const Node& child) {
             path.resize(parentSize);
-            appendName(path, child.getName());
+            child.appendName(path);
             if (!canLeadTo(path, start, search.caseSensitivity))
                 return true;
             const bool isMatch = pattern.matches(path);

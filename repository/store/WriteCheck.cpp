@@ -42,11 +42,10 @@ Outcome acceptWrite(const Node& node, const QVariant& value, QVariant& accepted)
 {
     if (!isWritable(presentAccess(node)))
         return Refusals::readOnly(node);
-    auto converted = node.value.isValid()
-                         ? FrameworkCore::Values::convertVariant(value, node.value.userType())
-                         : FrameworkCore::Values::toAttributeVariant(value);
-    if (!converted && node.value.isValid())
-        return Refusals::wrongType(value, node.value.userType());
+    auto converted = node.value.isNull() ? FrameworkCore::Values::toAttributeVariant(value)
+                                         : FrameworkCore::Values::convertVariant(value, node.value.getType());
+    if (!converted && !node.value.isNull())
+        return Refusals::wrongType(value, node.value.getType());
     return accept(node, std::move(converted), accepted);
 }
 

@@ -23,7 +23,7 @@ std::optional<QStringList> ListEdit::textsIn(const NodeWriter& nodes, const Node
     if (!node)
         return {};
     const std::lock_guard shardLock(nodes.getTree().index.shardOf(*node).mutex);
-    return ListElement::isList(node) ? std::optional(node->value.toStringList()) : std::nullopt;
+    return ListElement::isList(node) ? std::optional(node->value.toVariant().toStringList()) : std::nullopt;
 }
 
 // What a backend holds stays until it is written.

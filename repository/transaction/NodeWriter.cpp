@@ -65,7 +65,7 @@ Node& NodeWriter::ensureChild(Node& parent, const QString& path)
     return node ? *node : makeNode(path, key, parent);
 }
 
-std::unique_ptr<Node> NodeWriter::linkNode(const QString& path, quint32 hash, Node& parent, Placing placing)
+NodePointer NodeWriter::linkNode(const QString& path, quint32 hash, Node& parent, Placing placing)
 {
     budget.spend(std::size_t(path.size()));
     auto made = Node::make(parent, QStringView(path).mid(path.lastIndexOf(pathSeparator) + 1), hash);
@@ -80,7 +80,7 @@ std::unique_ptr<Node> NodeWriter::linkNode(const QString& path, quint32 hash, No
 }
 
 // A node that cannot be filed is taken out of the tree again.
-Node& NodeWriter::fileNode(NodeIndex::Shard& shard, std::unique_ptr<Node> made)
+Node& NodeWriter::fileNode(NodeIndex::Shard& shard, NodePointer made)
 {
     try {
         shard.nodes.reserveMore(1);
@@ -101,13 +101,13 @@ Node& NodeWriter::makeNode(const QString& path, const NodeIndex::Key& key, Node&
     return fileNode(shard, std::move(made));
 }
 
-void NodeWriter::setAttribute(Node& node, QVariant value, AccessMode access, UpdateResult kind)
+void NodeWriter::setAttribute(Node& node, const QVariant& value, AccessMode access, UpdateResult kind)
 {
     const std::lock_guard shardLock(tree.index.shardOf(node).mutex);
     UpdateResult result = UpdateResult::Created;
     if (node.isAttribute())
-        result = FrameworkCore::Values::isSameValue(node.value, value) ? UpdateResult::Unchanged : kind;
-    giveValue(node, std::move(value), access);
+        result = node.value.isSame(value) ? UpdateResult::Unchanged : kind;
+    giveValue(node, value, access);
     Delivery::collect(deliveries, node, tree.patterns, result, points);
 }
 
@@ -116,23 +116,21 @@ void NodeWriter::editText(Node& node, const std::function<void(QString& text)>& 
     const std::lock_guard shardLock(tree.index.shardOf(node).mutex);
     if (images)
         images->add(node, NodeState::of(node));
-    if (node.value.userType() != QMetaType::QString)
-        node.value = QString();
-    QString& text = *static_cast<QString*>(node.value.data());
+    QString& text = node.value.ensureText();
     edit(text);
     if (text.isEmpty())
-        node.value = QVariant();
+        node.value = NodeValue();
     Delivery::collect(deliveries, node, tree.patterns, UpdateResult::Changed);
 }
 
-void NodeWriter::giveValue(Node& node, QVariant value, AccessMode access)
+void NodeWriter::giveValue(Node& node, const QVariant& value, AccessMode access)
 {
     if (images) {
         images->add(node, NodeState::of(node));
         if (!isReadable(access))
             images->hide(node.backend);
     }
-    node.value = std::move(value);
+    node.value = NodeValue(value);
     node.setAccess(access);
     node.setAttribute(true);
 }
@@ -145,7 +143,7 @@ void NodeWriter::makeGroup(Node& node)
     if (images)
         images->add(node, NodeState::of(node));
     node.setAttribute(false);
-    node.value = QVariant();
+    node.value = NodeValue();
     Delivery::collect(deliveries, node, tree.patterns, UpdateResult::Removed);
 }
 
@@ -155,7 +153,7 @@ void NodeWriter::followValue(Node& node)
         makeGroup(node);
 }
 
-void NodeWriter::create(const QString& path, const NodeIndex::Key& key, Node& ancestor, QVariant value,
+void NodeWriter::create(const QString& path, const NodeIndex::Key& key, Node& ancestor, const QVariant& value,
                         AccessMode access)
 {
     const QStringView parentName = parentPath(path);
@@ -164,7 +162,7 @@ void NodeWriter::create(const QString& path, const NodeIndex::Key& key, Node& an
     NodeIndex::Shard& shard = tree.index.shardOf(key);
     const std::lock_guard shardLock(shard.mutex);
     Node& filed = fileNode(shard, std::move(made));
-    giveValue(filed, std::move(value), access);
+    giveValue(filed, value, access);
     Delivery::collect(deliveries, filed, tree.patterns, UpdateResult::Created);
 }
 
@@ -175,10 +173,10 @@ Node& NodeWriter::addGroup(NewNodes& nodes, Node& parent, const QString& path, P
 }
 
 Node& NodeWriter::addAttribute(NewNodes& nodes, Node& parent, const QString& path, quint32 hash,
-                               QVariant value, AccessMode access, Placing placing)
+                               const QVariant& value, AccessMode access, Placing placing)
 {
     Node& node = nodes.add(linkNode(path, hash, parent, placing), hash);
-    giveValue(node, std::move(value), access);
+    giveValue(node, value, access);
     return node;
 }
 
@@ -214,12 +212,13 @@ void NodeWriter::remove(Node& node)
             images->add(*gone, NodeState::of(*gone));
         if (gone->isAttribute())
             Delivery::collect(deliveries, *gone, tree.patterns, UpdateResult::Removed);
-        const Validations* const validations = gone->getValidations();
-        if (!gone->exact.isEmpty() || (validations && !validations->empty())) {
+        RegistrationList& exact = gone->listeners.getExact();
+        NodeListeners::Block* const block = gone->listeners.getBlock();
+        if (!exact.isEmpty() || (block && !block->validations.empty())) {
             NodeIndex::Pending& pending = shard.pending[gone->getPath()];
-            pending.exact = std::move(gone->exact);
-            if (validations)
-                pending.validations = std::move(gone->extras->validations);
+            pending.exact = std::move(exact);
+            if (block)
+                pending.validations = std::move(block->validations);
         }
         removedNodes.push_back(shard.nodes.take(*gone));
     }

@@ -41,7 +41,7 @@ public:
     Node& ensureChild(Node& parent, const QString& path);
 
     // Makes an attribute where there is no node. The ancestor is the nearest node above it.
-    void create(const QString& path, const NodeIndex::Key& key, Node& ancestor, QVariant value,
+    void create(const QString& path, const NodeIndex::Key& key, Node& ancestor, const QVariant& value,
                 AccessMode access);
 
     // Where a new node comes among its siblings.
@@ -51,8 +51,8 @@ public:
     Node& addGroup(NewNodes& nodes, Node& parent, const QString& path, Placing placing);
 
     // The same for an attribute; the hash is that of its path.
-    Node& addAttribute(NewNodes& nodes, Node& parent, const QString& path, quint32 hash, QVariant value,
-                       AccessMode access, Placing placing);
+    Node& addAttribute(NewNodes& nodes, Node& parent, const QString& path, quint32 hash,
+                       const QVariant& value, AccessMode access, Placing placing);
 
     // Files such nodes. The watchers hear of the attributes in the list, in its order.
     void file(NewNodes& nodes, const std::vector<Node*>& attributes);
@@ -61,7 +61,7 @@ public:
     void file(SubtreeBuilder& builder);
 
     // Gives a node a value, or another one, which the watchers hear of as a change of that kind.
-    void setAttribute(Node& node, QVariant value, AccessMode access,
+    void setAttribute(Node& node, const QVariant& value, AccessMode access,
                       UpdateResult kind = UpdateResult::Changed);
 
     // Changes the text of an attribute in its place, so that one that grows is not copied each time. Null
@@ -98,11 +98,11 @@ public:
 private:
     Node& makeNode(const QString& path, const NodeIndex::Key& key, Node& parent);
     // The node is not filed yet.
-    std::unique_ptr<Node> linkNode(const QString& path, quint32 hash, Node& parent, Placing placing);
+    NodePointer linkNode(const QString& path, quint32 hash, Node& parent, Placing placing);
     // The shard's lock is held.
-    static Node& fileNode(NodeIndex::Shard& shard, std::unique_ptr<Node> made);
+    static Node& fileNode(NodeIndex::Shard& shard, NodePointer made);
     // Attribute lock held, or not filed.
-    void giveValue(Node& node, QVariant value, AccessMode access);
+    void giveValue(Node& node, const QVariant& value, AccessMode access);
 
     AttributeTree& tree;
     NodeOrder order;
@@ -111,7 +111,7 @@ private:
     int points = Delivery::allPoints;
     bool areAllDelivered = true; // otherwise memory was refused for some of them
     PathBudget budget;           // of the nodes that it makes
-    std::vector<std::unique_ptr<Node>> removedNodes;
+    std::vector<NodePointer> removedNodes;
 };
 
 } // namespace Repository

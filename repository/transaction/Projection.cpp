@@ -4,9 +4,8 @@
 #include "repository/common/PathRules.h"
 #include "repository/store/SubtreeBuilder.h"
 
-#include <QSet>
-
 #include <algorithm>
+#include <unordered_set>
 
 namespace Repository {
 
@@ -60,10 +59,9 @@ void Projection::hideEntry(Node& node)
         nodes.remove(node);
 }
 
-void Projection::showEntry(Backend& backend, const QString& path, const FrameworkCore::Values::Value& value,
+void Projection::showEntry(Backend& backend, Node& node, const FrameworkCore::Values::Value& value,
                            UpdateResult kind)
 {
-    Node& node = nodes.ensure(path);
     if (node.backend != &backend)
         return;
     if (value.type == FrameworkCore::Values::Type::Group) {
@@ -73,7 +71,7 @@ void Projection::showEntry(Backend& backend, const QString& path, const Framewor
     const QVariant variant = FrameworkCore::Values::toVariant(value);
     {
         const std::lock_guard shardLock(nodes.getTree().index.shardOf(node).mutex);
-        if (node.isAttribute() && FrameworkCore::Values::isSameValue(node.value, variant))
+        if (node.isAttribute() && node.value.isSame(variant))
             return;
     }
     nodes.setAttribute(node, variant, backend.getAccessMode(), kind);
@@ -81,7 +79,7 @@ void Projection::showEntry(Backend& backend, const QString& path, const Framewor
 
 void Projection::build(Backend& backend, Node& root)
 {
-    SubtreeBuilder builder(root);
+    SubtreeBuilder builder(root, nodes.getTree().pages);
     FrameworkCore::Values::Value ofRoot;
     backend.visitEntries([&](const Documents::Entry& entry) {
         if (entry.path.empty())
@@ -89,7 +87,7 @@ void Projection::build(Backend& backend, Node& root)
         else
             builder.add(entry.path, entry.value);
     });
-    showEntry(backend, backend.getName(), ofRoot);
+    showEntry(backend, root, ofRoot);
     nodes.file(builder);
 }
 
@@ -101,20 +99,29 @@ void Projection::showAll(Backend& backend, UpdateResult kind)
         build(backend, root);
         return;
     }
-    std::vector<std::pair<QString, FrameworkCore::Values::Value>> entries;
-    QSet<QString> wanted;
+    // There may be a million: those that are there already are neither named nor searched again.
+    struct Entry
+    {
+        Node* node; // or a path
+        QString path;
+        FrameworkCore::Values::Value value;
+    };
+    std::vector<Entry> entries;
+    std::unordered_set<const Node*> kept;
     backend.visit([&](const QString& path, const FrameworkCore::Values::Value& value) {
-        entries.emplace_back(path, value);
-        wanted.insert(path);
+        Node* const node = nodes.find(path);
+        entries.push_back({node, node ? QString() : path, value});
+        if (node)
+            kept.insert(node);
     });
 
     std::vector<Node*> present = subtreeOf(root, &backend);
     std::for_each(present.rbegin(), present.rend(), [&](Node* node) {
-        if (!wanted.contains(node->getPath()))
+        if (kept.count(node) == 0)
             hideEntry(*node);
     });
-    for (const auto& [path, value] : entries)
-        showEntry(backend, path, value, kind);
+    for (const Entry& entry : entries)
+        showEntry(backend, entry.node ? *entry.node : nodes.ensure(entry.path), entry.value, kind);
     nodes.getOrder().restoreLater(backend);
 }
 
@@ -132,7 +139,7 @@ void Projection::showChanges(Backend& backend, const DocumentChanges& changes)
     });
     for (const DocumentChange& change : changes.entries) {
         if (change.kind != DocumentChange::Kind::Removed)
-            showEntry(backend, backend.absolute(change.path), change.after);
+            showEntry(backend, nodes.ensure(backend.absolute(change.path)), change.after);
     }
 }
 

@@ -29,7 +29,7 @@ public:
 
 private:
     void hideEntry(Node& node);
-    void showEntry(Backend& backend, const QString& path, const FrameworkCore::Values::Value& value,
+    void showEntry(Backend& backend, Node& node, const FrameworkCore::Values::Value& value,
                    UpdateResult kind = UpdateResult::Reloaded);
     void build(Backend& backend, Node& root);
 

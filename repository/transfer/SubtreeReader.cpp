@@ -82,8 +82,8 @@ void SubtreeReader::add(const Node& node, int rootLength)
     if (!node.isAttribute())
         return;
     if (node.isReadable())
-        parts.push_back(
-            {node.getPath(), rootLength, node.value, accessOfCopy(node), false, node.finerValue()});
+        parts.push_back({node.getPath(), rootLength, node.value.toVariant(), accessOfCopy(node), false,
+                         node.finerValue()});
     else if (hidden.isEmpty())
         hidden = node.getPath();
 }

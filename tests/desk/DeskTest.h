@@ -149,8 +149,10 @@ protected:
         QStringList texts;
         for (int row = 0; row < rows.topLevelItemCount(); ++row) {
             QStringList cells;
-            for (int column = 0; column < rows.columnCount(); ++column)
-                cells.append(rows.topLevelItem(row)->text(column));
+            for (int column = 0; column < rows.columnCount(); ++column) {
+                if (!rows.isColumnHidden(column))
+                    cells.append(rows.topLevelItem(row)->text(column));
+            }
             texts.append(cells.join(QLatin1Char('|')));
         }
         return texts;

@@ -149,46 +149,67 @@ private slots:
         QTRY_VERIFY(contentOf(folder->path("limits.ini")).contains("maximum = infinity"));
     }
 
+    void letsChooseInConflicts_data()
+    {
+        // kept: what becomes of the second conflict
+        const auto row = TestSupport::columns<QString, QString, QString>("button", "choice", "kept");
+        row("theirs", "Take Theirs", "take theirs", "both");
+        row("base", "Take Base", "take base", "left");
+    }
+
     void letsChooseInConflicts()
     {
+        QFETCH(QString, button);
+        QFETCH(QString, choice);
+        QFETCH(QString, kept);
         write(speed, 1250);
         write(sense, QStringLiteral("right"));
         QByteArray theirs = plant;
         theirs.replace("1200", "1300").replace("left", "both").replace("true", "false");
         TestSupport::writeFile(folder->path("plant.json"), theirs);
-        DialogDriver driver([](QWidget& dialog) {
+        DialogDriver driver([&](QWidget& dialog) {
             auto* const rows = dialog.findChild<QTreeWidget*>(QStringLiteral("conflictRows"));
-            QCOMPARE(textsOf(*rows), (QStringList{inFile(speed) + QLatin1String("|1250|1300|"),
-                                                  inFile(sense) + QLatin1String("|right|both|")}));
+            const QString row = inFile(sense) + QLatin1String("|right|both|left|");
+            QCOMPARE(textsOf(*rows), (QStringList{inFile(speed) + QLatin1String("|1250|1300|1200|"), row}));
             press(dialog, "Save"); // not enabled before all are chosen
             QVERIFY(dialog.isVisible());
             press(dialog, "Keep Mine");
             rows->clearSelection();
             rows->topLevelItem(1)->setSelected(true);
-            press(dialog, "Take Theirs");
-            QCOMPARE(textsOf(*rows).last(), inFile(sense) + QLatin1String("|right|both|take theirs"));
+            press(dialog, button.toUtf8().constData());
+            QCOMPARE(textsOf(*rows).last(), row + choice);
             press(dialog, "Save");
         });
         QVERIFY(pressKey(QStringLiteral("ctrl+s")));
         QTRY_VERIFY(driver.isDone());
-        QTRY_COMPARE(contentOf(folder->path("plant.json")), QByteArray(theirs).replace("1300", "1250"));
-        QCOMPARE(read(sense), QVariant(QStringLiteral("both")));
+        QTRY_COMPARE(contentOf(folder->path("plant.json")),
+                     QByteArray(theirs).replace("1300", "1250").replace("both", kept.toUtf8()));
+        QCOMPARE(read(sense), QVariant(kept));
         QTRY_VERIFY(!desk->window->isWindowModified());
+    }
+
+    void writesAFileThatIsGoneAnew_data()
+    {
+        const auto row = TestSupport::columns<QString, QByteArray>("button", "value");
+        row("mine", "Keep Mine", "1250");
+        row("base", "Take Base", "1200");
     }
 
     void writesAFileThatIsGoneAnew()
     {
+        QFETCH(QString, button);
+        QFETCH(QByteArray, value);
         write(speed, 1250);
         QVERIFY(QFile::remove(folder->path("plant.json")));
-        const DialogDriver driver([](QWidget& dialog) {
+        const DialogDriver driver([&](QWidget& dialog) {
             QCOMPARE(textsOf(*dialog.findChild<QTreeWidget*>(QStringLiteral("conflictRows"))),
-                     QStringList(QStringLiteral(".|what is open|the file is gone|")));
-            press(dialog, "Keep Mine");
+                     QStringList(QStringLiteral(".|what is open|the file is gone|the file as it was|")));
+            press(dialog, button.toUtf8().constData());
             press(dialog, "Save");
         });
         QVERIFY(pressKey(QStringLiteral("ctrl+s")));
         QTRY_VERIFY(driver.isDone());
-        QTRY_COMPARE(contentOf(folder->path("plant.json")), QByteArray(plant).replace("1200", "1250"));
+        QTRY_COMPARE(contentOf(folder->path("plant.json")), QByteArray(plant).replace("1200", value));
     }
 
     // What cannot be saved keeps the window, and the person hears why.
@@ -336,9 +357,9 @@ private slots:
             for (const int width : {1200, 200}) {
                 dialog.resize(width, 400);
                 QTRY_VERIFY(rows->visualItemRect(rows->topLevelItem(0)).height() > 60);
-                const int end = rows->columnViewportPosition(3) + rows->columnWidth(3);
+                const int end = rows->columnViewportPosition(4) + rows->columnWidth(4);
                 QVERIFY(end <= rows->viewport()->width());
-                QVERIFY(rows->columnWidth(3) >
+                QVERIFY(rows->columnWidth(4) >
                         rows->fontMetrics().horizontalAdvance(QStringLiteral("take theirs")));
             }
             press(dialog, "Cancel");

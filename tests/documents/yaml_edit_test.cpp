@@ -545,6 +545,18 @@ private slots:
         }
     }
 
+    void takesAListWithCommentsBehindItBack()
+    {
+        const auto document = makeDocument("yaml");
+        QVERIFY(document->parse("k:\n- a\n # c\n- b\nz: 1\n").ok());
+        QVERIFY(document->set("k", list({"x"})).ok());
+        const std::string bytes = document->getBytes();
+        const std::string spelling = document->spell("k").value();
+        QVERIFY(document->set("k", list({"y"})).ok());
+        QVERIFY(document->respell("k", spelling).ok());
+        QCOMPARE(QByteArray::fromStdString(document->getBytes()), QByteArray::fromStdString(bytes));
+    }
+
 private:
     // Whether the lines that are nothing but a comment are the same, or some of them are gone.
     static bool keepsLines(const std::string& before, const std::string& after, bool mayGo)

@@ -110,15 +110,6 @@ std::optional<QVariant> toBool(const QVariant& variant, Type type)
                                                   : std::nullopt;
 }
 
-// Moved into the variant: a constructor would share the text, and counting its owners costs more than all the
-// rest.
-QVariant holdingText(QString text)
-{
-    QVariant variant{QString()};
-    static_cast<QString*>(variant.data())->swap(text);
-    return variant;
-}
-
 // The standard library writes the digits straight away, QString::number by way of a locale's rules.
 template <typename Integer>
 QVariant holdingNumber(Integer number)
@@ -231,6 +222,13 @@ bool isNull(int type)
 }
 
 } // namespace
+
+QVariant holdingText(QString text)
+{
+    QVariant variant{QString()};
+    static_cast<QString*>(variant.data())->swap(text);
+    return variant;
+}
 
 Type typeOf(int metaType)
 {

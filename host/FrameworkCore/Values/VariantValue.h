@@ -44,4 +44,8 @@ VANTRY_CORE_EXPORT QString errorText(const ReadResult& refused);
 VANTRY_CORE_EXPORT Value toValue(const QVariant& variant);
 VANTRY_CORE_EXPORT QVariant toVariant(const Value& value);
 
+// Moved into the variant: a constructor would share the text, and counting its owners costs more than all the
+// rest.
+VANTRY_CORE_EXPORT QVariant holdingText(QString text);
+
 } // namespace FrameworkCore::Values

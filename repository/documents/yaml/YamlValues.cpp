@@ -202,9 +202,11 @@ bool YamlValues::isSpelling(NodeId id, std::string_view spelling) const
         return false;
     const YamlNode& root = whole.tree.node(whole.tree.getRoot());
     const NodeId value = root.first;
-    // Which line ends are those of a block, what follows it decides.
+    // Which line ends are those of a block, what follows it decides. Behind a list may be comments that were
+    // in it.
     const auto ended = [&](std::string_view read) {
         return whole.tree.node(value).isBlockScalar() ? read.substr(0, read.find_last_not_of("\r\n") + 1)
+               : isBlockList                          ? read.substr(0, endOfYamlTexts(read, column))
                                                       : read;
     };
     return root.count == 1 && whole.tree.node(value).isLeaf() &&

@@ -5,7 +5,7 @@
 #include "host/Utilities/ModelViews/AttributeTreeViewModel.h"
 #include "host/Utilities/ModelViews/ReadablePath.h"
 #include "host/Utilities/ModelViews/TextFile.h"
-#include "host/Utilities/ModelViews/subtrees/TransferWindow.h"
+#include "host/Utilities/ModelViews/Widgets/TransferWindow.h"
 #include "host/Utilities/RepositoryAccess.h"
 
 #include <QAbstractItemModel>
@@ -21,6 +21,7 @@ using FrameworkCore::AppConfig::AccessMode;
 using FrameworkCore::AppConfig::Outcome;
 using FrameworkCore::AppConfig::StatusCode;
 using namespace FrameworkCore::AppConfig::Interfaces;
+using Widgets::TransferWindow;
 
 namespace {
 

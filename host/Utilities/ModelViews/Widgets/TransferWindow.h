@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/FrameworkCore/AppConfig/TransferInterface.h"
+#include "host/HostExport.h"
 
 #include <QDialog>
 
@@ -10,11 +11,11 @@ class QDialogButtonBox;
 class QLabel;
 class QProgressBar;
 
-namespace Utilities::ModelViews {
+namespace Utilities::ModelViews::Widgets {
 
-// The window of a long operation on a subtree: it shows how far the operation is, and can cancel it. It stays
-// until the operation has ended, so that nobody changes anything meanwhile.
-class TransferWindow : public QDialog
+// The window of a long operation on attributes: it shows how far the operation is, and can cancel it. It
+// stays until the operation has ended, so that nobody changes anything meanwhile.
+class VANTRY_HOST_EXPORT TransferWindow : public QDialog
 {
     Q_OBJECT
 
@@ -24,13 +25,15 @@ public:
     using Operation = std::function<Outcome(TransferReport& report)>;
 
     enum class Cancelling { Possible, Impossible };
+    enum class WithoutThread { Fail, Block };
 
     // Runs the operation on a thread of its own and gives its outcome. The window comes when the operation
-    // takes longer than a second; until then the caller just waits. Where there are no widgets, and on any
-    // other thread than theirs, the operation simply runs. What the operation throws, and a thread that
-    // cannot be started, is logged, and gives BackendFailure.
+    // takes longer than a second; until then keys and clicks wait, while all else goes on. Where there are no
+    // widgets, and on any other thread than theirs, the operation simply runs, and so it may where no thread
+    // can be started. Otherwise that is logged, as is what the operation throws, and gives BackendFailure.
     static Outcome run(const QString& text, const Operation& operation,
-                       Cancelling cancelling = Cancelling::Possible);
+                       Cancelling cancelling = Cancelling::Possible,
+                       WithoutThread withoutThread = WithoutThread::Fail);
 
     // Closing the window asks the operation to end; the window goes with it.
     void reject() override;
@@ -46,4 +49,4 @@ private:
     QDialogButtonBox* buttons;
 };
 
-} // namespace Utilities::ModelViews
+} // namespace Utilities::ModelViews::Widgets

@@ -1,9 +1,10 @@
-#include "host/Utilities/ModelViews/subtrees/TransferWindow.h"
+#include "host/Utilities/ModelViews/Widgets/TransferWindow.h"
 
 #include "host/Utilities/GuiThread.h"
 #include "host/Utilities/HostLog.h"
 #include "host/Utilities/ModelViews/ToolTipText.h"
 #include "host/Utilities/ModelViews/Widgets/PlainLabel.h"
+#include "host/Utilities/PollingPause.h"
 #include "host/Utilities/Worker.h"
 
 #include <QApplication>
@@ -13,13 +14,16 @@
 #include <QProgressBar>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <QVector>
+#include <QWindow>
 
 #include <chrono>
 
-namespace Utilities::ModelViews {
+namespace Utilities::ModelViews::Widgets {
 
 namespace {
 
+constexpr std::chrono::milliseconds unnoticed(50);
 constexpr std::chrono::seconds unseen(1);
 constexpr std::chrono::milliseconds lookInterval(40);
 
@@ -41,10 +45,37 @@ TransferWindow::Outcome runGuarded(const QString& text, const TransferWindow::Op
     }
 }
 
+// While it exists, windows stay open; those that the person closes are closed at its end.
+class ClosingLater : public QObject
+{
+public:
+    ClosingLater() { QCoreApplication::instance()->installEventFilter(this); }
+    ~ClosingLater() override
+    {
+        for (const QPointer<QWindow>& window : qAsConst(closed)) {
+            if (window)
+                QTimer::singleShot(0, window, [window] { window->close(); });
+        }
+    }
+
+    bool eventFilter(QObject* object, QEvent* event) override
+    {
+        auto* const window = qobject_cast<QWindow*>(object);
+        if (!window || event->type() != QEvent::Close || !event->spontaneous())
+            return false;
+        closed.append(window);
+        event->ignore();
+        return true;
+    }
+
+private:
+    QVector<QPointer<QWindow>> closed;
+};
+
 } // namespace
 
 FrameworkCore::AppConfig::Outcome TransferWindow::run(const QString& text, const Operation& operation,
-                                                      Cancelling cancelling)
+                                                      Cancelling cancelling, WithoutThread withoutThread)
 {
     TransferReport report;
     if (!qobject_cast<QApplication*>(QCoreApplication::instance()) || !isOnGuiThread())
@@ -52,25 +83,37 @@ FrameworkCore::AppConfig::Outcome TransferWindow::run(const QString& text, const
     QString failure;
     std::future<Outcome> outcome = startWorker([&] { return runGuarded(text, operation, report); }, failure);
     if (!outcome.valid())
-        return fail(text, failure);
-    if (outcome.wait_for(unseen) == std::future_status::ready)
+        return withoutThread == WithoutThread::Block ? runGuarded(text, operation, report)
+                                                     : fail(text, failure);
+    const auto isDone = [&outcome](std::chrono::milliseconds time) {
+        return outcome.wait_for(time) == std::future_status::ready;
+    };
+    if (isDone(unnoticed))
         return outcome.get();
 
-    const QPointer<TransferWindow> window(
-        new TransferWindow(text, report, cancelling)); // may go with its parent
+    const PollingPause pause;
+    QPointer<TransferWindow> window; // may go with its parent
     QEventLoop loop;
     QTimer look;
     connect(&look, &QTimer::timeout, &loop, [&] {
-        if (outcome.wait_for(std::chrono::seconds(0)) == std::future_status::ready)
+        if (isDone(std::chrono::milliseconds(0)))
             loop.quit();
         else if (window)
             window->showProgress();
     });
     look.start(lookInterval);
-    window->showProgress();
-    window->show();
-    loop.exec(); // also ends when the program does
-    delete window;
+    {
+        const ClosingLater later;
+        QTimer::singleShot(unseen, &loop, &QEventLoop::quit);
+        loop.exec(QEventLoop::ExcludeUserInputEvents);
+    }
+    if (!isDone(std::chrono::milliseconds(0))) {
+        window = new TransferWindow(text, report, cancelling);
+        window->showProgress();
+        window->show();
+        loop.exec(); // also ends when the program does
+        delete window;
+    }
     return outcome.get(); // the operation uses what the caller owns
 }
 
@@ -106,4 +149,4 @@ void TransferWindow::showProgress()
     bar->setValue(report.getDone());
 }
 
-} // namespace Utilities::ModelViews
+} // namespace Utilities::ModelViews::Widgets
