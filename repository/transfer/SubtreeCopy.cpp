@@ -112,7 +112,7 @@ Outcome SubtreeCopy::changeDocuments(PartWriter& writer, SubtreeRemoval& removal
         isWritten = leftOut.has_value();
     }
     const bool isCarried = isWritten && report.getCommentsLeftOut() == 0;
-    if (isMove && !isCarried && source.backend && source.backend->hasComments(from))
+    if (isMove && report.getCommentsLeftOut() > 0 && source.backend && source.backend->hasComments(from))
         return ofSource(Refusals::losesComments());
     if (!isWritten)
         outcome = writer.writeDocuments();

@@ -186,8 +186,9 @@ private:
 
     bool addAtEndOfFile(const CarriedComment& comment)
     {
-        if (marks.endsInSection && pieces[marks.text.size()].empty())
-            pieces[marks.text.size()] += (endsLine(marks.text) ? "" : lineEnd) + lineEnd;
+        std::string& piece = pieces[marks.text.size()];
+        if (marks.endsInSection && !std::exchange(isEndSetOff, true))
+            piece += (piece.empty() && !endsLine(marks.text) ? lineEnd : std::string()) + lineEnd;
         return addAbove(comment, marks.text.size());
     }
 
@@ -258,7 +259,8 @@ private:
     std::unordered_map<std::string, std::size_t> begins;
     std::unordered_map<std::string, Span> values;
     std::unordered_map<std::string, std::string> lastValues; // by the paths of groups
-    std::map<std::size_t, std::string> pieces;               // by where they are put in
+    bool isEndSetOff = false;
+    std::map<std::size_t, std::string> pieces; // by where they are put in
 };
 
 std::vector<Entry> entriesOf(const Document& document)
