@@ -136,6 +136,27 @@ private slots:
         QCOMPARE(program.exitCode(), 0);
     }
 
+    void leavesIgnoredSignalsAlone()
+    {
+        write("a = 1\n");
+        QProcess program;
+        program.start(QStringLiteral("nohup"),
+                      {QStringLiteral(VANTRY_PROGRAM), QStringLiteral("watch"), file});
+        QVERIFY(program.waitForStarted());
+        int value = 1;
+        const auto seesChanges = [&] {
+            write("a = " + QByteArray::number(++value) + "\n");
+            return program.waitForReadyRead(100);
+        };
+        QTRY_VERIFY(seesChanges());
+        QCOMPARE(::kill(pid_t(program.processId()), SIGHUP), 0);
+        program.readAllStandardOutput();
+        QTRY_VERIFY(seesChanges());
+        QCOMPARE(::kill(pid_t(program.processId()), SIGTERM), 0);
+        QVERIFY(program.waitForFinished());
+        QCOMPARE(program.exitCode(), 0);
+    }
+
     // As "vantry find ... | head -1" does; also when whoever started it has the signal ignored.
     void endsQuietlyWhenNobodyReads()
     {
