@@ -144,10 +144,13 @@ private:
         // Null is a key without separator where a format has no word for it. A second edit may take back what
         // the first had to put around its value. A tag goes with the type that it names, and comes back with
         // it; one that changed nothing so far may be in the way of another text.
-        const bool hasTag = before.find("@type") < (span ? span->offset : 0);
-        const bool keepsTag = wasNamed == document->namesType(entry.path) &&
-                              (!wasNamed || (value.type == entry.value.type && !toText(value).empty() &&
-                                             !(hasTag && value.type == Type::String)));
+        const std::string_view above = std::string_view(before).substr(0, span ? span->offset : 0);
+        const std::size_t tag = above.rfind("@type");
+        const bool hasTag =
+            tag != std::string_view::npos && std::count(above.begin() + tag, above.end(), '\n') <= 1;
+        const bool isOfText = value.type == Type::String || value.type == Type::ByteArray;
+        const bool keepsTag = wasNamed == document->namesType(entry.path) && !(hasTag && isOfText) &&
+                              (!wasNamed || (value.type == entry.value.type && !toText(value).empty()));
         const bool keepsRest = before == text && !wasCopy && value.type != Type::Null &&
                                entry.value.type != Type::Null && keepsTag;
         if (keepsRest && (after.compare(0, span->offset, before, 0, span->offset) != 0 ||

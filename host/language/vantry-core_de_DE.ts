@@ -1702,6 +1702,10 @@
         <source>its history from there on is gone</source>
         <translation>seine Geschichte von dort an ist nicht mehr da</translation>
     </message>
+    <message>
+        <source>this comment is between elements that would go; remove them one by one instead</source>
+        <translation>dieser Kommentar steht zwischen Elementen, die entfielen; entfernen Sie sie stattdessen einzeln</translation>
+    </message>
 </context>
 <context>
     <name>Repository</name>

@@ -130,6 +130,14 @@ const Documents::Format* formatByContent(std::string_view text)
     return nullptr;
 }
 
+const Documents::Format* formatThatClaims(std::string_view text)
+{
+    const auto& formats = Documents::getFormats();
+    const auto found = std::find_if(formats.begin(), formats.end(),
+                                    [text](const auto* format) { return format->claims(text); });
+    return found == formats.end() ? nullptr : *found;
+}
+
 bool isBinary(std::string_view text)
 {
     return text.find('\0') != std::string_view::npos;
@@ -167,6 +175,8 @@ QString typeOf(const FileName& name, std::string_view text)
     const std::string dialect = Documents::typeByName(name.file);
     if (!dialect.empty())
         return QString::fromStdString(dialect);
+    if (const auto* claiming = name.likely ? formatThatClaims(text) : nullptr)
+        return nameOf(claiming);
     if (name.likely && name.likely->rulesOut(text))
         return {};
     if (name.likely)

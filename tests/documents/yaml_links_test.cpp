@@ -136,6 +136,8 @@ private slots:
         row("inherited by what is merged", "b: &b {x: 1}\nm:\n  <<: {<<: *b, y: 2}\n",
             setTo("m.<<.x", integer(2)), "\"m.<<.x\" comes with \"<<\" from \"b.x\" at line 1", 1);
         row("merged", merge, setTo("m.<<", integer(2)), "names what is merged", 5);
+        row("comment of elements that go", "n: &n q\ni:\n- *n\n- a # c\n # d\n- b\nz: 1\n",
+            setTo("i", list({"q", "a"})), "this comment is between elements that would go", 5);
         row("merged map", merge, drop("b"), "is used at line 5", 5);
     }
 
@@ -159,6 +161,9 @@ private slots:
         row("of lines", "n: &n t\ni:\n- *n\n- u\nz: 1\n");
         row("in brackets", "n: &n t\ni: [*n, u] # c\n");
         row("at the end of a file", "n: &n t\ni:\n- a\n- *n\n- u");
+        row("before blanks", "n: &n t\ni:\n- *n\n- u\n- v ");
+        row("with comments", "n: &n t\ni:\n- *n # a\n- u # b\n- v # c \n\nz: 1\n");
+        row("with a block", "n: &n t\ni:\n- *n\n- |\n  a\n- v\nz: 1\n");
         row("of a block", "n: &n |\n  a\n  b\ni:\n- *n\n- u\n");
     }
 

@@ -46,10 +46,24 @@ private slots:
         row("a.conf", "<Directory \"/srv\">\nDeny all\n</Directory>", "");
         row("a.conf", "<IfModule ssl.c>\n", "");
         row("a.service", "\xef\xbb\xbf[Unit]\n", "ini:systemd");
+        row("a.conf", "# c\nstorage:\n  path: /srv\n", "yaml");
+        row("a.cfg", "users:\n - default\na: true\n", "yaml");
+        row("a.conf", "a: b\nc: d\n", "ini");
+        row("a.conf", "[General]\n# k=1\n", "ini");
+        row("a.conf", "a = b: c\nd:\n  e\n", "ini");
+        row("a.conf", "[a]\nk = [\n  \"b\",\n]\n", "toml");
+        row("a.conf", "k = \"b\"\n[[a]]\nl = 1\n", "toml");
+        row("a.conf", "k = \"b\"\nl = 1\n", "ini");
+        row("a.conf", "k = [b]\n", "ini");
+        row("a.conf", "# k = [1]\nk = 1\n", "ini");
         row("a.svg", "", "xml");
         row("a.conf.dpkg-old", "", "ini");
         row("a.svg~", "", "xml");
         row("a.json.bak", "k = 1", "json");
+        row("a.ts", "// why\nimport {b} from 'c';\n", "");
+        row("a.policy", "// why\ngrant {\n};\n", "");
+        row(".eslintrc", "root: true\n", "");
+        row(".eslintrc", "// why", "json");
         // Or nothing.
         row("settings", "\xef\xbb\xbf{}", "json");
         row("settings", "[\n  1\n]", "json");
@@ -100,6 +114,8 @@ private slots:
         row("a.conf", "a = {\n  b = 1\n}\n", "");
         row("a.conf", "$Owner root\nmodule(load=\"imuxsock\")\n*.* /var/log/all\n", "");
         row("a.conf", "fastcgi_pass x;\nfastcgi_index y;\ntry_files $a =404;\n", "");
+        row("a.conf", "a = 1\nb = (\n\t\"c\",\n)\n", "");
+        row("a.conf", "a.b += ( \".c\" =>\n\t(( \"d\" => 1 )) )\n", "");
         row("a.conf", "domain-needed\nbogus-priv\nno hosts\nserver=1.1.1.1\n", "ini");
         row("a.cfg", "title: a b\nflag x\nk = 1\n", "ini");
         row("Makefile", "CC = gcc\nCFLAGS = -O2\n", "");

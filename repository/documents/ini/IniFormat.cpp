@@ -105,7 +105,7 @@ bool IniFormat::resembles(std::string_view text) const
     return !hasAssignments && (!hasLists || hasPlainEntry);
 }
 
-// Without a section, blocks in braces are those of another syntax, and so are words alone, which would be
+// Without a section, blocks in brackets are those of another syntax, and so are words alone, which would be
 // keys without values, and more lines of several words or with odd keys than entries.
 bool IniFormat::rulesOut(std::string_view text) const
 {
@@ -121,7 +121,9 @@ bool IniFormat::rulesOut(std::string_view text) const
         if (content.front() == '[')
             return false;
         const std::size_t equals = content.find('=');
-        if ((content.back() == '{' && equals == std::string_view::npos) || content.front() == '}')
+        const bool isBlock = content.back() == '{' && equals == std::string_view::npos;
+        const bool isPair = equals != std::string_view::npos && content.find("=>") == equals;
+        if (isBlock || isPair || content.front() == '}' || content.front() == ')')
             return true;
         const bool goesOn = entries > 0 && indentOf(line.content) > 0;
         const std::size_t separator = equals == std::string_view::npos ? findColon(content) : equals;

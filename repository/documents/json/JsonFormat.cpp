@@ -53,6 +53,12 @@ bool JsonFormat::begins(std::string_view text) const
     return startsWith(text, "{") || beginsLikeArray(text);
 }
 
+bool JsonFormat::rulesOut(std::string_view text) const
+{
+    text = afterComments(text);
+    return !text.empty() && std::string_view("{[\"").find(text.front()) == std::string_view::npos;
+}
+
 // A key that is in an object twice is not written again.
 bool JsonFormat::takesText(const std::vector<Entry>& entries) const
 {

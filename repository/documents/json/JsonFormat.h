@@ -18,6 +18,7 @@ public:
     }
     std::string_view getFileNames() const override { return "pipfile.lock composer.lock flake.lock"; }
     bool begins(std::string_view text) const override;
+    bool rulesOut(std::string_view text) const override;
     std::string getEmptyText() const override { return "{}\n"; }
     bool isInTreeOrder() const override { return true; }
     bool takesText(const std::vector<Entry>& entries) const override;

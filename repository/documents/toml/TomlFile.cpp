@@ -118,9 +118,33 @@ std::string TomlFile::statementText(StatementId id) const
     return text;
 }
 
+// Of a text in which nothing but values was edited.
+std::string TomlFile::writeValues(NodeId located, Span* span) const
+{
+    std::vector<StatementId> statements = tree.getStatementsWithEdits();
+    if (located != noNode)
+        statements.push_back(tree.node(located).statement);
+    std::sort(statements.begin(), statements.end());
+    statements.erase(std::unique(statements.begin(), statements.end()), statements.end());
+    const std::string_view original = tree.getFileText();
+    std::string text;
+    text.reserve(original.size());
+    std::size_t from = 0;
+    for (const StatementId id : statements) {
+        const TomlStatement& statement = tree.statement(id);
+        text += tree.text(from, statement.begin);
+        appendStatement(text, id, located != noNode && id == tree.node(located).statement ? located : noNode,
+                        span);
+        from = statement.end;
+    }
+    return text += tree.text(from, original.size());
+}
+
 // What follows each other in the text that was read is copied at once.
 std::string TomlFile::write(NodeId located, Span* span) const
 {
+    if (tree.isArrangedAsRead())
+        return writeValues(located, span);
     std::string text;
     text.reserve(tree.getOriginal().size());
     std::size_t from = 0; // of what is not copied yet

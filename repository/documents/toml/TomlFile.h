@@ -65,6 +65,7 @@ private:
     void appendStatement(std::string& target, StatementId id, NodeId located = noNode,
                          Span* span = nullptr) const;
     std::string write(NodeId located, Span* span) const;
+    std::string writeValues(NodeId located, Span* span) const;
 };
 
 } // namespace Repository::Documents

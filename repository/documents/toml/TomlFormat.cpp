@@ -1,6 +1,7 @@
 #include "repository/documents/toml/TomlFormat.h"
 
 #include "repository/documents/common/EncodedNames.h"
+#include "repository/documents/common/TextLine.h"
 #include "repository/documents/toml/TomlBranch.h"
 
 namespace Repository::Documents {
@@ -21,7 +22,29 @@ std::string writeTables(const std::vector<Entry>& entries, std::string& text)
     return writer.error;
 }
 
+// Whether a value begins in it as none does in a file of lines, or an element of an array of tables.
+bool isOfTomlAlone(std::string_view line)
+{
+    const std::size_t equals = line.find('=');
+    const std::string_view value =
+        equals == std::string_view::npos ? std::string_view() : trimBlanks(line.substr(equals + 1));
+    return startsWith(line, "[[") || startsWith(value, "[") || startsWith(value, "{") ||
+           startsWith(value, "\"\"\"") || startsWith(value, "'''");
+}
+
 } // namespace
+
+bool TomlFormat::claims(std::string_view text) const
+{
+    bool isTypical = false;
+    for (std::size_t at = 0; at < text.size() && !isTypical;) {
+        const TextLine line = textLineAt(text, at);
+        at = line.end;
+        const std::string_view content = trimBlanks(line.content);
+        isTypical = !startsWith(content, "#") && isOfTomlAlone(content);
+    }
+    return isTypical && makeDocument()->parse(std::string(text)).ok();
+}
 
 std::optional<std::string> TomlFormat::writeWhole(std::vector<Entry>& entries) const
 {

@@ -16,6 +16,7 @@ public:
     {
         return "cargo.lock poetry.lock pipfile uv.lock pdm.lock";
     }
+    bool claims(std::string_view text) const override;
     bool isInTreeOrder() const override { return true; }
     std::optional<std::string> writeWhole(std::vector<Entry>& entries) const override;
     std::string explainRefusal(const std::vector<Entry>& entries) const override;

@@ -48,7 +48,10 @@ void TomlTree::setValue(NodeId id, std::string spelling, bool isText)
         nodes[nodes[id].parent].nonTexts += (nodes[id].isText ? 1 : 0) - (isText ? 1 : 0);
     nodes[id].isText = isText;
     setText(id, TomlPart::Value, std::move(spelling));
-    statements[nodes[id].statement].mayHoldEdits = true;
+    TomlStatement& statement = statements[nodes[id].statement];
+    if (!statement.mayHoldEdits)
+        statementsWithEdits.push_back(nodes[id].statement);
+    statement.mayHoldEdits = true;
 }
 
 std::uint32_t TomlTree::keep(std::string_view text)
@@ -309,6 +312,7 @@ void TomlTree::linkStatement(StatementId id, StatementId after)
 
 void TomlTree::unlinkStatement(StatementId id)
 {
+    isRearranged = true;
     const TomlStatement& own = statements[id];
     statements[own.previous].next = own.next;
     (own.next == noStatement ? lastStatement : statements[own.next].previous) = own.previous;
@@ -335,6 +339,7 @@ void TomlTree::number(StatementId id)
 
 void TomlTree::setLead(StatementId id, std::string_view lead)
 {
+    isRearranged = true;
     const std::string kept(lead);
     statements[id].lead = keep(kept);
     statements[id].leadEnd = static_cast<std::uint32_t>(original.size());

@@ -74,6 +74,10 @@ public:
     void linkStatement(StatementId id, StatementId after);
     StatementId getLastStatement() const { return lastStatement; }
 
+    // Whether the statements are those that were read, in that order, and with the same leads.
+    bool isArrangedAsRead() const { return original.size() == fileSize && !isRearranged; }
+    const std::vector<StatementId>& getStatementsWithEdits() const { return statementsWithEdits; }
+
     // The first statement that is about a node or something in it.
     StatementId firstStatementOf(NodeId id) const;
     std::uint64_t orderOf(NodeId id) const;
@@ -98,6 +102,8 @@ private:
 
     std::vector<TomlStatement> statements;
     std::vector<StatementId> freeStatements;
+    std::vector<StatementId> statementsWithEdits; // of values; in any order
+    bool isRearranged = false;
     StatementId lastStatement = rootStatement;
     std::uint32_t tail = 0;
     std::uint32_t tailEnd = 0;

@@ -61,6 +61,12 @@ bool XmlFormat::begins(std::string_view text) const
     return startsWithOneOf(text, "=");
 }
 
+bool XmlFormat::rulesOut(std::string_view text) const
+{
+    takeRun(text, blanks);
+    return !text.empty() && !startsWith(text, "<");
+}
+
 std::string XmlFormat::rootOf(const std::vector<Entry>& entries, std::string_view name) const
 {
     if (lieInOneElement(entries))

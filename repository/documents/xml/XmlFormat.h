@@ -17,6 +17,7 @@ public:
         return "svg ui ts pom qrc kcfg xbel docbook policy plist xsd xsl xslt rng xhtml csproj";
     }
     bool begins(std::string_view text) const override;
+    bool rulesOut(std::string_view text) const override;
     bool isInTreeOrder() const override { return true; }
     std::string rootOf(const std::vector<Entry>& entries, std::string_view name) const override;
     Entry encodedEntry(const Entry& entry) const override;

@@ -99,13 +99,18 @@ Outcome YamlDocument::setElements(std::string_view path, const Value& value)
     settle();
     const NodeId list = file->findValueNode(path);
     const auto& texts = std::get<std::vector<std::string>>(value.data);
+    const auto former = std::get<std::vector<std::string>>(file->read(list).data);
     if (!std::all_of(texts.begin(), texts.end(), [](const auto& text) { return isUtf8(text); }))
         return refused(explainNoForm(list, value));
     Outcome outcome = checkShape(path, list, false);
+    const std::size_t comment = findCommentOfYamlElements(file->tree, list, former, texts);
+    if (outcome.ok() && comment != std::string::npos)
+        return outcomeAt(file->tree.getOriginal(), comment,
+                         Reason::tr("this comment is between elements that would go; remove them one by one "
+                                    "instead"));
     YamlEditor editor(*file);
     if (outcome.ok())
-        outcome = editYamlList(editor, *file, list, std::get<std::vector<std::string>>(file->read(list).data),
-                               texts);
+        outcome = editYamlList(editor, *file, list, former, texts);
     return outcome.ok() ? commit(editor, Kind::Insertion, noNode,
                                  [&](const YamlFile& fresh) {
                                      const NodeId now = fresh.findValueNode(path);

@@ -1,6 +1,8 @@
 #include "repository/documents/yaml/YamlFormat.h"
 
 #include "repository/documents/common/EncodedNames.h"
+#include "repository/documents/common/TextLine.h"
+#include "repository/documents/yaml/YamlTokens.h"
 #include "repository/documents/yaml/YamlWriter.h"
 
 namespace Repository::Documents {
@@ -21,6 +23,24 @@ std::string writeEntries(const std::vector<Entry>& entries, std::string& text)
 }
 
 } // namespace
+
+// Files of lines have no maps and lists within others.
+bool YamlFormat::claims(std::string_view text) const
+{
+    const std::string_view first = textLineAt(text, skipYamlTrivia(text, 0)).content;
+    const bool hasKey = first.find(':') < first.find('=') && !startsWith(first, "[");
+    if (!hasKey && !startsWith(first, "---"))
+        return false;
+    const auto document = makeDocument();
+    if (!document->parse(std::string(text)).ok())
+        return false;
+    bool isNested = false;
+    document->visit([&isNested](const Entry& entry) {
+        isNested =
+            isNested || entry.path.find('.') != std::string::npos || entry.value.type == Type::StringList;
+    });
+    return isNested;
+}
 
 // A key that is in a map twice is not written again.
 bool YamlFormat::takesText(const std::vector<Entry>& entries) const

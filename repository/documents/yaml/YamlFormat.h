@@ -17,6 +17,7 @@ public:
         return ".clang-format .clang-tidy .clangd .yamllint .gemrc .condarc";
     }
     bool begins(std::string_view text) const override { return startsWith(text, "%YAML "); }
+    bool claims(std::string_view text) const override;
     bool isInTreeOrder() const override { return true; }
     bool takesText(const std::vector<Entry>& entries) const override;
     std::optional<std::string> writeWhole(std::vector<Entry>& entries) const override;

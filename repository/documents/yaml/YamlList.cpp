@@ -62,6 +62,24 @@ bool hasYamlListComment(std::string_view spelled, std::size_t column)
     return hasYamlComment(tree.getOriginal(), at, tree.getOriginal().size());
 }
 
+std::size_t findCommentOfYamlElements(const YamlTree& tree, NodeId list, const Texts& former,
+                                      const Texts& texts)
+{
+    if (tree.node(list).isFlow() || texts.empty() || texts.size() >= former.size())
+        return std::string::npos;
+    const auto changed = std::mismatch(texts.begin(), texts.end(), former.begin()).first;
+    if (changed != texts.end() && texts.back() == former.back())
+        return std::string::npos;
+    const std::string_view text = tree.getOriginal();
+    for (std::size_t i = texts.size(); i < former.size(); ++i) {
+        const std::size_t tail = skipYamlTail(text, tree.node(tree.elementAt(list, i - 1)).valueEnd);
+        const std::size_t comment = text.find('#', tail);
+        if (comment < tree.node(tree.elementAt(list, i)).begin)
+            return comment;
+    }
+    return std::string::npos;
+}
+
 std::string spellNewYamlList(const Texts& list)
 {
     YamlPlace place;
@@ -102,8 +120,16 @@ Outcome editYamlList(YamlEditor& editor, const YamlFile& file, NodeId list, cons
     }
     const Texts added(begin.second + std::ptrdiff_t(common), begin.second + std::ptrdiff_t(newCount));
     const Outcome outcome = added.empty() ? Outcome() : editor.insertTexts(list, from + common, added);
-    if (outcome.ok())
-        editor.removeElements(list, from + common, oldCount - common);
+    if (!outcome.ok() || oldCount == common)
+        return outcome;
+    const std::size_t kept = from + common;
+    if (kept > 0 && end.first == former.rbegin() && !tree.node(list).isFlow() &&
+        findCommentOfYamlElements(tree, list, former, texts) == std::string::npos) {
+        const std::size_t valueEnd = tree.node(tree.elementAt(list, kept - 1)).valueEnd;
+        editor.replace(skipYamlTail(tree.getOriginal(), valueEnd), tree.node(list).valueEnd, {});
+    } else {
+        editor.removeElements(list, kept, oldCount - common);
+    }
     return outcome;
 }
 

@@ -25,6 +25,14 @@ std::size_t endOfYamlTexts(std::string_view spelled, std::size_t column);
 // Whether there is a comment in it.
 bool hasYamlListComment(std::string_view spelled, std::size_t column);
 
+class YamlTree;
+
+// The first line of comments between elements at the end of a block sequence that are not in its new list;
+// npos without one.
+std::size_t findCommentOfYamlElements(const YamlTree& tree, NodeId list,
+                                      const std::vector<std::string>& former,
+                                      const std::vector<std::string>& texts);
+
 // A new list in brackets. Its texts are valid UTF-8.
 std::string spellNewYamlList(const std::vector<std::string>& list);
 
