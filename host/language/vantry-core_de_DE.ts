@@ -1706,6 +1706,22 @@
         <source>this comment is between elements that would go; remove them one by one instead</source>
         <translation>dieser Kommentar steht zwischen Elementen, die entfielen; entfernen Sie sie stattdessen einzeln</translation>
     </message>
+    <message>
+        <source>a fail2ban configuration</source>
+        <translation>eine fail2ban-Konfiguration</translation>
+    </message>
+    <message>
+        <source>an Ansible configuration</source>
+        <translation>eine Ansible-Konfiguration</translation>
+    </message>
+    <message>
+        <source>a Supervisor configuration</source>
+        <translation>eine Supervisor-Konfiguration</translation>
+    </message>
+    <message>
+        <source>comments follow its lines, which would be lost</source>
+        <translation>seinen Zeilen folgen Kommentare, die verloren gingen</translation>
+    </message>
 </context>
 <context>
     <name>Repository</name>

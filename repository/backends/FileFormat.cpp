@@ -149,7 +149,7 @@ QString typeByText(std::string_view text)
     if (isBinary(text))
         return {};
     const std::string known = Documents::typeByText(text);
-    if (!known.empty())
+    if (!known.empty() && !Documents::findFormat(known)->rulesOut(text))
         return QString::fromStdString(known);
     for (const Documents::Format* format : Documents::getFormats()) {
         if (format->resembles(text))

@@ -43,19 +43,20 @@ std::optional<Entries> fromJson(const std::optional<QByteArray>& json)
     return entries;
 }
 
-std::optional<Entries> configparser(const QString& file, const char* parser)
+std::optional<Entries> configparser(const QString& file, const char* parser, const char* commentMarks = "")
 {
     const QString script = QStringLiteral(R"(
 import configparser, json, sys
-parser = configparser.%1(strict=False)
+parser = configparser.%1(strict=False, inline_comment_prefixes=tuple('%2'))
 parser.read_file(open(sys.argv[1], encoding='utf-8', newline=None))
 rows = [['DEFAULT', key, value] for key, value in parser.defaults().items()]
 for section in parser.sections():
     rows += [[section, key, parser.get(section, key)] for key in parser._sections[section]]
 print(json.dumps(rows))
 )");
-    return fromJson(
-        outputOf(QStringLiteral("python3"), {QStringLiteral("-c"), script.arg(QLatin1String(parser)), file}));
+    return fromJson(outputOf(
+        QStringLiteral("python3"),
+        {QStringLiteral("-c"), script.arg(QLatin1String(parser), QLatin1String(commentMarks)), file}));
 }
 
 std::optional<Entries> parseIniFile(const QString& file, const char* mode)
@@ -145,6 +146,16 @@ print(json.dumps(rows))
 std::optional<Entries> python(const QString& file)
 {
     return configparser(file, "RawConfigParser");
+}
+
+std::optional<Entries> commentedPython(const QString& file)
+{
+    return configparser(file, "RawConfigParser", ";");
+}
+
+std::optional<Entries> supervisor(const QString& file)
+{
+    return configparser(file, "RawConfigParser", ";#");
 }
 
 std::optional<Entries> interpolatingPython(const QString& file)

@@ -19,7 +19,9 @@ using Reader = std::optional<Entries> (*)(const QString& file);
 // Nothing, without a failure, where the reader refuses the file.
 std::optional<Entries> git(const QString& file);
 std::optional<Entries> krb5(const QString& file);
-std::optional<Entries> python(const QString& file); // without interpolation
+std::optional<Entries> python(const QString& file);          // without interpolation
+std::optional<Entries> commentedPython(const QString& file); // with comments after values
+std::optional<Entries> supervisor(const QString& file);
 std::optional<Entries> interpolatingPython(const QString& file);
 std::optional<Entries> glib(const QString& file);
 std::optional<Entries> kconfig(const QString& file);

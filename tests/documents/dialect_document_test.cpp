@@ -111,6 +111,11 @@ private slots:
         row("ini:php", "number in place of a quoted text", "k = 'x;'\n", "k", integer(5), "k = 5\n");
         row("ini:python", "reference among others", "[a]\nk = %(b)s\n", "a.k", text("%(c)s"),
             "[a]\nk = %(c)s\n");
+        row("ini:fail2ban", "comment", "[a]\nk = 1 ; c\n", "a.k", integer(2), "[a]\nk = 2 ; c\n");
+        row("ini:fail2ban", "lines with =", "[a]\nk = 1\n  b=2\n", "a.k", text("x\ny=z"),
+            "[a]\nk = x\n  y=z\n");
+        row("ini:fail2ban", "comments after lines", "[a]\nk = 1 ; c\n  b=2\n", "a.k", text("x"),
+            "comments follow its lines, which would be lost");
         row("ini:python", "lines", "[a]\r\nk = 1\r\n", "a.k", text("\nx\ny"),
             "[a]\r\nk = \r\n    x\r\n    y\r\n");
         row("ini:python", "comments between lines", "[a]\nk =\n  # x\n  x\n  # y\n  y\n  # z\n  z\n", "a.k",

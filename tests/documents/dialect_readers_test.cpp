@@ -51,6 +51,13 @@ const QList<Row>& rows()
         {"ini:python", "python-setup", python, interpolatingPython, '.', true, false, true, "k",
          "k = v\nl = w\n",
          "blank before|blank behind|blanks|percent|reference|line break behind|carriage return|all"},
+        {"ini:fail2ban", "fail2ban", commentedPython, nullptr, '|', true, false, true, "k", "k = v\nl = w\n",
+         "blank before|blank behind|blanks|semicolon between blanks|semicolon before|percent|reference|line "
+         "break behind|carriage return|all"},
+        {"ini:supervisor", "supervisor", supervisor, nullptr, '|', true, false, true, "k", "k = v\nl = w\n",
+         "blank before|blank behind|blanks|semicolon between blanks|semicolon before|hash between "
+         "blanks|hash "
+         "before|percent|reference|line break behind|carriage return|all"},
         {"ini:krb5", "krb5", krb5, nullptr, '.', false, true, true, "k", "    k = v\n    l = w\n",
          "carriage return"},
     };
@@ -211,6 +218,11 @@ private slots:
         row("python", "ini:python", "own",
             "[s]\na = 1\n  b = 2\n# c\n\n  d\ne: f # g\nh=\n\ti\n\tj ; k\nL = m:n=o\np : q\n[t.u]\nv = "
             "%(a)s\n");
+        row("fail2ban", "ini:fail2ban", "own",
+            "[s]\na = 1 ; c\nb = x;y # z\nd = e ; c\n    f=g ; c\n    ; c\n\n    h: i;j\nk =\t; c\nl =;m\nn "
+            "= ; c\n  o\n");
+        row("supervisor", "ini:supervisor", "own",
+            "[s]\na=1 ; c\nb=x#y # c\nd=E=\"1\",\n  F=\"2\" ; c\nk=\n  l\n\n[t:u.v]\nw : x\n");
         row("python blanks", "ini:python", "own",
             "[s]\na = \xC2\xA0x\xE2\x80\xA8\nb =\xC2\x85\n  y\xE3\x80\x80\n");
     }

@@ -162,6 +162,7 @@ private slots:
         row("in brackets", "n: &n t\ni: [*n, u] # c\n");
         row("at the end of a file", "n: &n t\ni:\n- a\n- *n\n- u");
         row("before blanks", "n: &n t\ni:\n- *n\n- u\n- v ");
+        row("with mixed line ends", "n: &n t\ni:\n- *n\rz: 1\n");
         row("with comments", "n: &n t\ni:\n- *n # a\n- u # b\n- v # c \n\nz: 1\n");
         row("with a block", "n: &n t\ni:\n- *n\n- |\n  a\n- v\nz: 1\n");
         row("of a block", "n: &n |\n  a\n  b\ni:\n- *n\n- u\n");

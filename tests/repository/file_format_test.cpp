@@ -54,6 +54,7 @@ private slots:
         row("a.conf", "[a]\nk = [\n  \"b\",\n]\n", "toml");
         row("a.conf", "k = \"b\"\n[[a]]\nl = 1\n", "toml");
         row("a.conf", "k = \"b\"\nl = 1\n", "ini");
+        row("a.conf", "[a]\n\"b\" = \"c\"\n", "toml");
         row("a.conf", "k = [b]\n", "ini");
         row("a.conf", "# k = [1]\nk = 1\n", "ini");
         row("a.svg", "", "xml");
@@ -116,6 +117,9 @@ private slots:
         row("a.conf", "fastcgi_pass x;\nfastcgi_index y;\ntry_files $a =404;\n", "");
         row("a.conf", "a = 1\nb = (\n\t\"c\",\n)\n", "");
         row("a.conf", "a.b += ( \".c\" =>\n\t(( \"d\" => 1 )) )\n", "");
+        row("a.conf", "a: b\n c: d == e\n", "ini");
+        row("a.conf", "$a b\nif $c == 'd' or\n  $c == 'e' then /f\n", "");
+        row("arc", "K=1\nif [[ -z \"$K\" ]] &&\n   [[ $T != 'e' ]]\nthen\n  k[${L[m]}]=1\nfi\n", "");
         row("a.conf", "domain-needed\nbogus-priv\nno hosts\nserver=1.1.1.1\n", "ini");
         row("a.cfg", "title: a b\nflag x\nk = 1\n", "ini");
         row("Makefile", "CC = gcc\nCFLAGS = -O2\n", "");
@@ -126,6 +130,10 @@ private slots:
         row("my.cnf", "k=1", "ini:mysql");
         row("php.ini", "k=1", "ini:php");
         row("setup.cfg", "k=1", "ini:python");
+        row("a.conf", "# c\n[DEFAULT]\n", "ini:python");
+        row("a.local", "[Definition]\nk=1\n", "ini:fail2ban");
+        row("a.conf", "[program:a]\nk=1\n", "ini:supervisor");
+        row("mke2fs.conf", "[defaults]\n", "ini:krb5");
         row("smb.conf.bak", "k=1", "ini:samba");
         row("a.conf", "# c\n[Unit]\nk=1\n", "ini:systemd");
         row("a.ini", "[PHP]\nk=1\n", "ini:php");

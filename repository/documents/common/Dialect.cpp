@@ -85,6 +85,14 @@ ValueExtent measureValue(std::string_view text, const Dialect& dialect)
     }
 }
 
+std::size_t findCommentAfterBlank(std::string_view content, std::size_t from, std::string_view marks)
+{
+    std::size_t at = content.find_first_of(marks, from);
+    while (at != std::string_view::npos && at > 0 && !isBlank(content[at - 1]))
+        at = content.find_first_of(marks, at + 1);
+    return std::min(at, content.size());
+}
+
 bool isSkipped(std::string_view content, const Dialect& dialect)
 {
     const std::size_t begin = indentOf(content);

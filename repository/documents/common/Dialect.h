@@ -119,6 +119,9 @@ struct ValueExtent
 // backslashes; not for a continuation by indentation.
 ValueExtent measureValue(std::string_view text, const Dialect& dialect);
 
+// Where a comment begins that a blank separates from what it follows; the end of the content without one.
+std::size_t findCommentAfterBlank(std::string_view content, std::size_t from, std::string_view marks);
+
 // True for a line that is neither an entry nor a section, nor blank.
 bool isSkipped(std::string_view content, const Dialect& dialect);
 

@@ -150,8 +150,9 @@ Dialect python()
 {
     Dialect row = named("ini", "python", QT_TRANSLATE_NOOP("FrameworkCore::Values", "a configparser file"));
     row.names =
-        "setup.cfg tox.ini .flake8 .pylintrc pylintrc .pypirc pytest.ini mypy.ini .coveragerc .isort.cfg";
-    row.firstSections = "tool:*|bdist_wheel|egg_info|testenv|tox|flake8";
+        "setup.cfg tox.ini .flake8 .pylintrc pylintrc .pypirc pytest.ini mypy.ini .coveragerc .isort.cfg "
+        "pip.conf alembic.ini odoo.conf mopidy.conf offlineimaprc .offlineimaprc .boto";
+    row.firstSections = "tool:*|bdist_wheel|egg_info|testenv|tox|flake8|DEFAULT";
     row.needsSections = true;
     row.continuation = Continuation::Indentation;
     row.sections = Sections::Nested;
@@ -159,6 +160,47 @@ Dialect python()
     row.separators = "=:";
     row.separator = " = ";
     row.spelling = &pythonSpelling;
+    return row;
+}
+
+// Of programs that have configparser take comments after values.
+Dialect commentedPython(std::string_view name, const char* title)
+{
+    Dialect row = python();
+    row.name = name;
+    row.title = title;
+    row.sections = Sections::Flat;
+    row.commentsAfter = ";";
+    row.spelling = &commentedPythonSpelling;
+    return row;
+}
+
+Dialect fail2ban()
+{
+    Dialect row =
+        commentedPython("fail2ban", QT_TRANSLATE_NOOP("FrameworkCore::Values", "a fail2ban configuration"));
+    row.names = "fail2ban/*.conf fail2ban/*.local fail2ban/*/*.conf fail2ban/*/*.local jail.conf jail.local";
+    row.firstSections = "INCLUDES|Definition";
+    return row;
+}
+
+Dialect ansible()
+{
+    Dialect row =
+        commentedPython("ansible", QT_TRANSLATE_NOOP("FrameworkCore::Values", "an Ansible configuration"));
+    row.names = "ansible.cfg .ansible.cfg";
+    row.firstSections = {};
+    return row;
+}
+
+Dialect supervisor()
+{
+    Dialect row = commentedPython("supervisor",
+                                  QT_TRANSLATE_NOOP("FrameworkCore::Values", "a Supervisor configuration"));
+    row.names = "supervisord.conf supervisor/conf.d/*.conf";
+    row.firstSections = "unix_http_server|inet_http_server|supervisord|program:*|eventlistener:*";
+    row.commentsAfter = ";#";
+    row.spelling = &supervisorSpelling;
     return row;
 }
 
@@ -177,7 +219,7 @@ Dialect editorconfig()
 Dialect krb5()
 {
     Dialect row = named("ini", "krb5", QT_TRANSLATE_NOOP("FrameworkCore::Values", "a Kerberos profile"));
-    row.names = "krb5.conf krb5.conf.* kdc.conf krb5.conf.d/* krb5.ini";
+    row.names = "krb5.conf krb5.conf.* kdc.conf krb5.conf.d/* krb5.ini mke2fs.conf e2fsck.conf";
     row.firstSections = "libdefaults|realms|domain_realm|kdcdefaults|dbmodules";
     row.directives = "include includedir module";
     row.needsSections = true;
@@ -401,9 +443,10 @@ bool hasName(const Dialect& row, std::string_view path)
 
 const std::vector<Dialect>& getDialects()
 {
-    static const std::vector<Dialect> rows{git(),   desktop(),    keyfile(), systemd(),   kde(),
-                                           samba(), mysql(),      php(),     python(),    editorconfig(),
-                                           krb5(),  properties(), generic(), genericTxt()};
+    static const std::vector<Dialect> rows{git(),        desktop(),      keyfile(), systemd(),  kde(),
+                                           samba(),      mysql(),        php(),     fail2ban(), ansible(),
+                                           supervisor(), editorconfig(), krb5(),    python(),   properties(),
+                                           generic(),    genericTxt()};
     return rows;
 }
 

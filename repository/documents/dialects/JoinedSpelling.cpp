@@ -90,7 +90,14 @@ std::string_view trimPythonBlanks(std::string_view text)
     return begin < end ? text.substr(begin, end - begin) : std::string_view();
 }
 
-Reading readPython(std::string_view spelled)
+// Whether comments that begin with such a mark follow lines of a value. One that follows the separator of a
+// single line is not in its value.
+bool hasCommentsAfterLines(std::string_view spelled, std::string_view marks)
+{
+    return findCommentAfterBlank(spelled, hasLines(spelled) ? 0 : 1, marks) < spelled.size();
+}
+
+Reading readPythonWith(std::string_view marks, std::string_view spelled)
 {
     Reading reading;
     reading.isText = hasLines(spelled);
@@ -100,10 +107,26 @@ Reading readPython(std::string_view spelled)
             return;
         if (!isFirst)
             reading.text += '\n';
-        reading.text += trimPythonBlanks(content);
+        const std::size_t from = reading.isText ? 0 : 1;
+        reading.text += trimPythonBlanks(content.substr(0, findCommentAfterBlank(content, from, marks)));
         isFirst = false;
     });
     return reading;
+}
+
+Reading readPython(std::string_view spelled)
+{
+    return readPythonWith({}, spelled);
+}
+
+Reading readCommentedPython(std::string_view spelled)
+{
+    return readPythonWith(";", spelled);
+}
+
+Reading readSupervisor(std::string_view spelled)
+{
+    return readPythonWith(";#", spelled);
 }
 
 Reading readPlain(std::string_view spelled)
@@ -138,6 +161,17 @@ std::vector<std::string> writePython(std::string_view text, std::string_view bef
     return {std::string(text)};
 }
 
+// The comments within its lines have no place among others.
+std::vector<std::string> writeCommentedPython(std::string_view text, std::string_view before)
+{
+    return hasCommentsAfterLines(before, ";") ? std::vector<std::string>() : writePython(text, before);
+}
+
+std::vector<std::string> writeSupervisor(std::string_view text, std::string_view before)
+{
+    return hasCommentsAfterLines(before, ";#") ? std::vector<std::string>() : writePython(text, before);
+}
+
 std::string explainPython(std::string_view text)
 {
     return text.find('%') == std::string_view::npos
@@ -151,6 +185,8 @@ std::string explainPython(std::string_view text)
 const Spelling systemdSpelling{readSystemd, writePlain};
 const Spelling sambaSpelling{readSamba, writePlain, nullptr, nullptr, nullptr, nullptr, explainBracket};
 const Spelling pythonSpelling{readPython, writePython, explainPython};
+const Spelling commentedPythonSpelling{readCommentedPython, writeCommentedPython, explainPython};
+const Spelling supervisorSpelling{readSupervisor, writeSupervisor, explainPython};
 const Spelling plainSpelling{readPlain, writePlain};
 
 } // namespace Repository::Documents

@@ -10,6 +10,8 @@ namespace Repository::Documents {
 extern const Spelling systemdSpelling;
 extern const Spelling sambaSpelling;
 extern const Spelling pythonSpelling;
+extern const Spelling commentedPythonSpelling; // with comments that begin with ";" after its lines
+extern const Spelling supervisorSpelling;      // or with "#"
 extern const Spelling plainSpelling;
 
 } // namespace Repository::Documents

@@ -47,6 +47,10 @@ std::string IniDialect::explainRefusal(const Statement& entry, const Value& valu
         return Reason::tr("the text holds a NUL character, which no text file has");
     if (value.type == Type::Null)
         return Reason::tr("an ini entry has a value; this file has no keys without one");
+    const std::string_view marks =
+        dialect.continuation == Dialect::Continuation::Indentation ? dialect.commentsAfter : "";
+    if (findCommentAfterBlank(entry.value(), 0, marks) < entry.value().size())
+        return Reason::tr("comments follow its lines, which would be lost");
     if (dialect.spelling && dialect.spelling->explain && !dialect.spelling->explain(text).empty())
         return dialect.spelling->explain(text);
     if (!rowOf(value.type).isPlain)

@@ -38,6 +38,13 @@ bool endsLikeCode(std::string_view value)
     return !value.empty() && (value.back() == ';' || value.back() == '{');
 }
 
+// Not a test of a shell.
+bool isSection(std::string_view content, const Dialect& dialect)
+{
+    return startsWith(content, "[") && !startsWith(content, "[[ ") && !startsWith(content, "[ -") &&
+           findSectionEnd(content, 1, dialect) != std::string_view::npos;
+}
+
 // That which separates a key: it ends the line, or a blank follows.
 std::size_t findColon(std::string_view content)
 {
@@ -93,7 +100,7 @@ bool IniFormat::resembles(std::string_view text) const
         if (content.empty() || isSkipped(content, dialect) || goesOn)
             continue;
         if (content.front() == '[')
-            return findSectionEnd(content, 1, dialect) != std::string_view::npos;
+            return isSection(content, dialect);
         const std::size_t items = countItems(content);
         if (items == 0 && !isEntry(content))
             return false;
@@ -118,15 +125,16 @@ bool IniFormat::rulesOut(std::string_view text) const
         const std::string_view content = trimBlanks(line.content);
         if (content.empty() || isSkipped(content, dialect))
             continue;
-        if (content.front() == '[')
+        if (isSection(content, dialect))
             return false;
         const std::size_t equals = content.find('=');
         const bool isBlock = content.back() == '{' && equals == std::string_view::npos;
-        const bool isPair = equals != std::string_view::npos && content.find("=>") == equals;
+        const std::size_t separator = std::min(equals, findColon(content));
+        const std::string_view operation = content.substr(std::min(separator, content.size()), 2);
+        const bool isPair = operation == "=>" || operation == "==";
         if (isBlock || isPair || content.front() == '}' || content.front() == ')')
             return true;
         const bool goesOn = entries > 0 && indentOf(line.content) > 0;
-        const std::size_t separator = equals == std::string_view::npos ? findColon(content) : equals;
         if (separator != std::string_view::npos)
             ++(isAssigned(content.substr(0, separator)) || goesOn ? entries : others);
         else if (!goesOn)

@@ -221,17 +221,19 @@ void IniScanner::takeByLines(Statement& line, const TextLine& first, std::size_t
     const bool isGuessed = dialect.continuation == Dialect::Continuation::Guessed;
     const std::size_t lineBegin = position;
     position = first.end;
-    const std::size_t comment = isGuessed ? inlineComment(content, indent) : content.size();
+    const auto commentAfter = [&](std::size_t from) {
+        return isGuessed ? inlineComment(content, from)
+                         : findCommentAfterBlank(content, from, dialect.commentsAfter);
+    };
+    const std::size_t comment = commentAfter(indent);
     const std::size_t separator = isGuessed ? findSeparator(content.substr(0, comment))
                                             : content.find_first_of(dialect.separators, indent);
     placeKey(line, content, std::min(separator, comment));
-    if (separator == none)
+    if (separator == none || (!isGuessed && comment < separator))
         return;
     const std::size_t furtherEnd = takeFurtherLines(content, indent);
     line.continued = furtherEnd > 0;
-    const bool hasComment = isGuessed && !line.continued;
-    placeValue(line, content, separator + 1,
-               hasComment ? inlineComment(content, separator + 1) : content.size());
+    placeValue(line, content, separator + 1, line.continued ? content.size() : commentAfter(separator + 1));
     if (line.continued)
         line.valueEnd = std::uint32_t(furtherEnd - lineBegin);
 }

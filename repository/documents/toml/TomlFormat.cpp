@@ -22,14 +22,15 @@ std::string writeTables(const std::vector<Entry>& entries, std::string& text)
     return writer.error;
 }
 
-// Whether a value begins in it as none does in a file of lines, or an element of an array of tables.
+// Whether a value or a key begins in it as none does in a file of lines, or an element of an array of tables.
 bool isOfTomlAlone(std::string_view line)
 {
     const std::size_t equals = line.find('=');
     const std::string_view value =
         equals == std::string_view::npos ? std::string_view() : trimBlanks(line.substr(equals + 1));
-    return startsWith(line, "[[") || startsWith(value, "[") || startsWith(value, "{") ||
-           startsWith(value, "\"\"\"") || startsWith(value, "'''");
+    return startsWith(line, "[[") || (startsWith(line, "\"") && equals != std::string_view::npos) ||
+           startsWith(value, "[") || startsWith(value, "{") || startsWith(value, "\"\"\"") ||
+           startsWith(value, "'''");
 }
 
 } // namespace

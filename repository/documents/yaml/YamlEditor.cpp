@@ -157,14 +157,19 @@ void YamlEditor::take(NodeId collection, const BracketItems& brackets)
         edit(each.begin + tree.node(collection).value, each.end + tree.node(collection).value, each.text);
 }
 
-Outcome YamlEditor::insertLines(NodeId collection, const std::string& lines)
+// What follows is still behind the line end that was before it, which in a mixed file may be another.
+Outcome YamlEditor::insertLines(NodeId collection, std::string lines)
 {
     const YamlNode& node = tree.node(collection);
     if (node.count == 0)
         return mayBecomeBlock(collection) ? replaceByBlock(collection, lines) : fillEmpty(collection, lines);
     place = tree.lastOwn(collection);
     const std::size_t at = layout.endOfBlock(collection);
-    edit(at, at, (endsLine(text().substr(0, at)) ? "" : file.lineEnd) + lines);
+    const bool isBehindLine = endsLine(text().substr(0, at));
+    if (isBehindLine && endsLine(lines))
+        lines.replace(endOfYamlContent(lines, lines.size()), std::string::npos,
+                      text().substr(endOfYamlContent(text(), at), at - endOfYamlContent(text(), at)));
+    edit(at, at, (isBehindLine ? "" : file.lineEnd) + lines);
     return {};
 }
 

@@ -44,7 +44,7 @@ public:
     Outcome fill(NodeId root, const YamlBranch& branch);
 
     // Lines that are written already, for the column of its entries.
-    Outcome insertLines(NodeId collection, const std::string& lines);
+    Outcome insertLines(NodeId collection, std::string lines);
     Outcome insertLinesAt(NodeId sequence, std::size_t position, std::string lines);
 
     // The column of what is or would be in a block; nothing for what stays between brackets.
