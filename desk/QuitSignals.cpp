@@ -27,8 +27,12 @@ void handleSignals(void (*handler)(int))
     struct sigaction action = {};
     action.sa_handler = handler;
     action.sa_flags = SA_RESTART;
-    for (const int number : watchedSignals)
-        sigaction(number, &action, nullptr);
+    for (const int number : watchedSignals) {
+        struct sigaction before = {};
+        const bool isIgnored = sigaction(number, nullptr, &before) == 0 && before.sa_handler == SIG_IGN;
+        if (!isIgnored) // by whoever started the program, as nohup does
+            sigaction(number, &action, nullptr);
+    }
 }
 
 } // namespace

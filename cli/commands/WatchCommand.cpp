@@ -1,3 +1,4 @@
+#include "cli/EndSignals.h"
 #include "cli/Output.h"
 #include "cli/Records.h"
 #include "cli/Session.h"
@@ -8,7 +9,7 @@
 
 #include <QHash>
 
-#include <csignal>
+#include <memory>
 #include <mutex>
 #include <system_error>
 #include <thread>
@@ -17,6 +18,7 @@ namespace CommandLine::Commands {
 
 namespace {
 
+using Registration = FrameworkCore::AppConfig::Interfaces::RegistrationInterface;
 using FrameworkCore::Notification::UpdatePoint;
 using FrameworkCore::Notification::UpdateResult;
 
@@ -30,6 +32,10 @@ public:
     {
     }
 
+    // While it is held, what changes waits to be printed, and is not if it is known by then.
+    std::unique_lock<std::mutex> hold() { return std::unique_lock(mutex); }
+
+    // While it is held.
     void remember(const QString& path, const QVariant& value) { values.insert(path, value); }
 
     void print(const QString& path, UpdateResult result, const QVariant& value)
@@ -37,8 +43,8 @@ public:
         const std::lock_guard lock(mutex);
         const auto known = values.find(path);
         if (result == UpdateResult::Removed) {
-            values.remove(path);
-            add(QStringLiteral("removed"), source.relativePath(path), nullptr);
+            if (values.remove(path) > 0)
+                add(QStringLiteral("removed"), source.relativePath(path), nullptr);
         } else if (known == values.end() || *known != value) {
             add(known == values.end() ? QStringLiteral("created") : QStringLiteral("changed"),
                 source.relativePath(path), &value);
@@ -70,17 +76,6 @@ private:
     QHash<QString, QVariant> values;
 };
 
-// Blocked before any thread starts, so that none but this one gets them.
-sigset_t blockEndSignals()
-{
-    sigset_t endSignals;
-    sigemptyset(&endSignals);
-    for (const int number : {SIGINT, SIGTERM, SIGHUP})
-        sigaddset(&endSignals, number);
-    pthread_sigmask(SIG_BLOCK, &endSignals, nullptr);
-    return endSignals;
-}
-
 // The reason if a thread for watching files cannot be started; empty otherwise.
 QString findNoThread()
 {
@@ -92,9 +87,30 @@ QString findNoThread()
     return {};
 }
 
+// Has the printer know all that matches, and print every change after that. Null for a pattern that is none.
+std::shared_ptr<Registration> follow(Session::RepositoryInterface& repository, const QString& pattern,
+                                     ChangePrinter& printer)
+{
+    const auto held = printer.hold(); // so that what changes meanwhile is either read here or printed
+    auto registration = repository.getNotificationInterface()->registerUpdateCallback(
+        pattern,
+        [&printer](const QString& path, const UpdatePoint&, const UpdateResult& result, const QVariant& value,
+                   const QString&) { printer.print(path, result, value); },
+        int(UpdatePoint::AfterStore));
+    if (!registration)
+        return nullptr;
+    const QStringList paths = repository.getTreeInterface()->findPaths({pattern});
+    for (const QString& path : paths) {
+        if (const auto attribute = repository.getReaderInterface()->getAttribute(path))
+            printer.remember(path, attribute->getValue());
+    }
+    EndSignals::keep();
+    return registration;
+}
+
 ExitCode run(Session& session, const Invocation& invocation)
 {
-    const sigset_t endSignals = blockEndSignals();
+    EndSignals::begin();
     const QString noThread = findNoThread();
     if (!noThread.isEmpty())
         return Session::fail(
@@ -106,26 +122,15 @@ ExitCode run(Session& session, const Invocation& invocation)
     if (source->isStandardInput)
         return Session::fail(ExitCode::Usage, Texts::tr("%1: only files can be watched").arg(source->given));
     const QString pattern = source->fullPath(invocation.arguments.value(1, QStringLiteral("*")));
-    auto& repository = session.getRepository();
     ChangePrinter printer(*source, invocation);
-    const QStringList paths = repository.getTreeInterface()->findPaths({pattern});
-    for (const QString& path : paths) {
-        if (const auto attribute = repository.getReaderInterface()->getAttribute(path))
-            printer.remember(path, attribute->getValue());
-    }
-    const auto registration = repository.getNotificationInterface()->registerUpdateCallback(
-        pattern,
-        [&printer](const QString& path, const UpdatePoint&, const UpdateResult& result, const QVariant& value,
-                   const QString&) { printer.print(path, result, value); },
-        int(UpdatePoint::AfterStore));
+    const auto registration = follow(session.getRepository(), pattern, printer);
     if (!registration)
         return Session::fail(
             ExitCode::Usage,
             Texts::tr("'%1' is not a path or pattern: names joined by \".\", none of them empty")
                 .arg(invocation.arguments.value(1)));
-    int number = 0;
-    sigwait(&endSignals, &number);
-    registration->end();
+    EndSignals::wait();
+    registration->endAndWait();
     return ExitCode::Done;
 }
 

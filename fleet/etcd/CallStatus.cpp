@@ -1,7 +1,12 @@
 #include "fleet/etcd/CallStatus.h"
 
+#include "host/FrameworkCore/Values/Reason.h"
+
+#include <utility>
+
 namespace Vantry::Etcd {
 
+using FrameworkCore::Values::Reason;
 using Repository::StoreResult;
 using Status = StoreResult::Status;
 
@@ -12,47 +17,38 @@ bool says(const CallEnd& end, std::string_view text)
     return end.message.find(text) != std::string::npos;
 }
 
-// What a failed connection means, by what its reason holds.
-struct Hint
+// What a failed connection means, by what its reason holds; empty where that says enough.
+std::string meaningOf(const CallEnd& end)
 {
-    std::string_view mark;
-    std::string_view meaning;
-};
-
-constexpr std::string_view breaksOff =
-    "it breaks off the connection, as where TLS is on one side only, or where it asks for a certificate";
-
-constexpr Hint hints[] = {
-    {"DNS resolution failed", "the name of its host is not known"},
-    {"Failed parsing HTTP/2", "no etcd answers there, but another program"},
-    {"http1.x server", "no etcd answers there, but another program"},
-    {"SETTINGS frame", "no etcd answers there"},
-    {"Handshake read failed", "no etcd answers there"},
-    {"wrong version number", "no TLS is spoken there, but that is what etcds:// asks for"},
-    {"Endpoint read failed", breaksOff},
-    {"Socket closed", breaksOff}};
-
-std::string_view meaningOf(const std::string& message)
-{
-    if (message.find("failed to connect") == std::string::npos &&
-        message.find("DNS resolution failed") == std::string::npos)
+    if (!says(end, "failed to connect") && !says(end, "DNS resolution failed"))
         return {};
-    for (const Hint& hint : hints) {
-        if (message.find(hint.mark) != std::string::npos)
-            return hint.meaning;
+    const std::string otherProgram = Reason::tr("no etcd answers there, but another program");
+    const std::string nobody = Reason::tr("no etcd answers there");
+    const std::string breaksOff = Reason::tr(
+        "it breaks off the connection, as where TLS is on one side only, or where it asks for a certificate");
+    const std::pair<std::string_view, std::string> meanings[] = {
+        {"DNS resolution failed", Reason::tr("the name of its host is not known")},
+        {"Failed parsing HTTP/2", otherProgram},
+        {"http1.x server", otherProgram},
+        {"SETTINGS frame", nobody},
+        {"Handshake read failed", nobody},
+        {"wrong version number", Reason::tr("no TLS is spoken there, but that is what etcds:// asks for")},
+        {"Endpoint read failed", breaksOff},
+        {"Socket closed", breaksOff}};
+    for (const auto& [mark, meaning] : meanings) {
+        if (says(end, mark))
+            return meaning;
     }
     return {};
 }
 
-constexpr std::string_view full = "database space exceeded";
-
 // Of a failed connection, the last attempt, after what it means.
-std::string reasonIn(const std::string& message)
+std::string reasonIn(const CallEnd& end)
 {
-    if (message.find(full) != std::string::npos)
-        return "the server is full; compact and defragment it, then disarm its alarm (" + message + ')';
-    const std::string_view meaning = meaningOf(message);
-    std::string reason = message;
+    if (says(end, "database space exceeded"))
+        return Reason::tr("the server is full; compact and defragment it, then disarm its alarm (%1)",
+                          {end.message});
+    std::string reason = end.message;
     for (const std::string_view front : {"last error: ", "UNKNOWN: ", "INTERNAL: ", "UNAVAILABLE: "}) {
         const std::size_t place = reason.find(front);
         if (place != std::string::npos)
@@ -60,10 +56,11 @@ std::string reasonIn(const std::string& message)
     }
     if (reason.rfind("ipv", 0) == 0) // the address comes first
         reason.erase(0, reason.find(": ") + 2);
+    const std::string meaning = meaningOf(end);
     if (meaning.empty())
         return reason;
     const std::size_t colon = reason.rfind(": ");
-    return std::string(meaning) + " (" + reason.substr(colon == std::string::npos ? 0 : colon + 2) + ')';
+    return meaning + " (" + reason.substr(colon == std::string::npos ? 0 : colon + 2) + ')';
 }
 
 Status statusOf(const CallEnd& end)
@@ -95,7 +92,7 @@ StoreResult resultOf(const CallEnd& end, const std::string& endpoint)
     if (result.ok())
         return result;
     const bool isLate = end.code == CallEnd::Code::DeadlineExceeded;
-    result.reason = endpoint + ": " + (isLate ? "no answer in time" : reasonIn(end.message));
+    result.reason = endpoint + ": " + (isLate ? Reason::tr("no answer in time") : reasonIn(end));
     return result;
 }
 

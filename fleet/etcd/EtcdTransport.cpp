@@ -2,10 +2,12 @@
 
 #include "fleet/etcd/CallStatus.h"
 #include "fleet/etcd/EtcdWatch.h"
+#include "host/FrameworkCore/Values/Reason.h"
 
 namespace Vantry::Etcd {
 
 using namespace Repository;
+using FrameworkCore::Values::Reason;
 
 namespace {
 
@@ -94,7 +96,7 @@ EtcdTransport::Answer EtcdTransport::callOnce(const Call& operation, const std::
     {
         const std::lock_guard lock(mutex);
         if (isCancelled && purpose != Purpose::Farewell)
-            return {{StoreResult::Status::Cancelled, "the connection is being closed"}, false};
+            return {{StoreResult::Status::Cancelled, Reason::tr("the connection is being closed")}, false};
         if (purpose != Purpose::Farewell)
             active.insert(&call);
         used = connection;
@@ -104,7 +106,7 @@ EtcdTransport::Answer EtcdTransport::callOnce(const Call& operation, const std::
     const std::lock_guard lock(mutex);
     active.erase(&call);
     if (isCancelled && !end.ok())
-        return {{StoreResult::Status::Cancelled, "the connection is being closed"}, false};
+        return {{StoreResult::Status::Cancelled, Reason::tr("the connection is being closed")}, false};
     const Answer answer{resultOf(end, asked), asksForToken(end)};
     // Also where there is one server only: a connection may take long to notice that it is back.
     if (answer.result.status == StoreResult::Status::Unavailable && used == connection)

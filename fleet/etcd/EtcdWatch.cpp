@@ -1,9 +1,11 @@
 #include "fleet/etcd/EtcdWatch.h"
 
 #include "fleet/etcd/CallStatus.h"
+#include "host/FrameworkCore/Values/Reason.h"
 
 namespace Vantry::Etcd {
 
+using FrameworkCore::Values::Reason;
 using Repository::StoreEvents;
 using Repository::StoreResult;
 using Status = StoreResult::Status;
@@ -58,15 +60,16 @@ bool EtcdWatch::read(StoreEvents& events, StoreResult& result)
     if (!stream->read(response)) {
         const CallEnd end = finish();
         const bool isCancelled = end.code == CallEnd::Code::Cancelled;
-        result = isCancelled ? StoreResult{Status::Unavailable, endpoint + ": no sign of life"}
-                             : resultOf(end, endpoint);
+        result = isCancelled
+                     ? StoreResult{Status::Unavailable, endpoint + ": " + Reason::tr("no sign of life")}
+                     : resultOf(end, endpoint);
         if (result.ok())
-            result = {Status::Unavailable, endpoint + ": it has ended the connection"};
+            result = {Status::Unavailable, endpoint + ": " + Reason::tr("it has ended the connection")};
         return false;
     }
     // A refused watch is created and canceled in one response.
     if (response.compact_revision() > 0) {
-        result = {Status::Compacted, endpoint + ": its history from there on is gone"};
+        result = {Status::Compacted, endpoint + ": " + Reason::tr("its history from there on is gone")};
         return false;
     }
     if (response.canceled()) {

@@ -1659,6 +1659,50 @@
         <translation>MySQL nimmt das nicht als Namen</translation>
     </message>
     <message>
+        <source>no etcd answers there, but another program</source>
+        <translation>dort antwortet kein etcd, sondern ein anderes Programm</translation>
+    </message>
+    <message>
+        <source>no etcd answers there</source>
+        <translation>dort antwortet kein etcd</translation>
+    </message>
+    <message>
+        <source>it breaks off the connection, as where TLS is on one side only, or where it asks for a certificate</source>
+        <translation>er bricht die Verbindung ab, wie dort, wo nur eine Seite TLS spricht oder ein Zertifikat verlangt wird</translation>
+    </message>
+    <message>
+        <source>the name of its host is not known</source>
+        <translation>der Name seines Rechners ist nicht bekannt</translation>
+    </message>
+    <message>
+        <source>no TLS is spoken there, but that is what etcds:// asks for</source>
+        <translation>dort wird kein TLS gesprochen, aber das verlangt etcds://</translation>
+    </message>
+    <message>
+        <source>the server is full; compact and defragment it, then disarm its alarm (%1)</source>
+        <translation>der Server ist voll; komprimieren und defragmentieren Sie ihn und schalten Sie dann seinen Alarm ab (%1)</translation>
+    </message>
+    <message>
+        <source>no answer in time</source>
+        <translation>keine rechtzeitige Antwort</translation>
+    </message>
+    <message>
+        <source>the connection is being closed</source>
+        <translation>die Verbindung wird geschlossen</translation>
+    </message>
+    <message>
+        <source>no sign of life</source>
+        <translation>kein Lebenszeichen</translation>
+    </message>
+    <message>
+        <source>it has ended the connection</source>
+        <translation>er hat die Verbindung beendet</translation>
+    </message>
+    <message>
+        <source>its history from there on is gone</source>
+        <translation>seine Geschichte von dort an ist nicht mehr da</translation>
+    </message>
+    <message>
         <source>this comment is between elements that would go; remove them one by one instead</source>
         <translation>dieser Kommentar steht zwischen Elementen, die entfielen; entfernen Sie sie stattdessen einzeln</translation>
     </message>

@@ -85,10 +85,12 @@ Outcome StoreSession::waitForLoading()
 {
     StoreState& state = *context.state;
     std::unique_lock lock(state.mutex);
-    state.changed.wait(lock, [&] {
-        return state.isConnected() || state.isStopping ||
-               (!state.isLoaded && state.failedAttempts >= context.endpointCount);
-    });
+    // Each server is tried again, since a connection fails now and then where machines are busy.
+    const auto isGivenUp = [&] {
+        return !state.isLoaded && (state.failedAttempts >= 2 * context.endpointCount ||
+                                   (state.failedAttempts >= context.endpointCount && state.isAway()));
+    };
+    state.changed.wait(lock, [&] { return state.isConnected() || state.isStopping || isGivenUp(); });
     if (state.isConnected())
         return {};
     return Outcome(StatusCode::BackendFailure,

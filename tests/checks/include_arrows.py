@@ -57,7 +57,7 @@ ROOMS = {
                             "repository/store", "repository/backends", "repository/common", "repository/documents", "files",
                             *CORE],
     "repository": ["repository", "files", "host/FrameworkCore", "host/Shared/Logging"],
-    "fleet": ["fleet", "repository/fleet"],
+    "fleet": ["fleet", "repository/fleet", "host/FrameworkCore/Values"],
     "app": ["app", "widgets", *HOST],
     "widgets": ["app", "widgets", *HOST],
     "desk/common": ["desk/common", *HOST],

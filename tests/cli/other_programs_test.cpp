@@ -136,6 +136,28 @@ private slots:
         QCOMPARE(program.exitCode(), 0);
     }
 
+    void leavesIgnoredSignalsAlone()
+    {
+        write("a = 1\n");
+        QProcess program;
+        program.start(QStringLiteral("nohup"),
+                      {QStringLiteral(VANTRY_PROGRAM), QStringLiteral("watch"), file});
+        QVERIFY(program.waitForStarted());
+        QByteArray printed;
+        const auto read = [&] {
+            program.waitForReadyRead(100);
+            return printed += program.readAllStandardOutput();
+        };
+        int value = 1;
+        QTRY_VERIFY((write("a = " + QByteArray::number(++value) + "\n"), read().contains("changed a")));
+        QCOMPARE(::kill(pid_t(program.processId()), SIGHUP), 0);
+        write("a = 0\n");
+        QTRY_VERIFY2(read().contains("changed a = 0\n"), printed.constData());
+        QCOMPARE(::kill(pid_t(program.processId()), SIGTERM), 0);
+        QVERIFY(program.waitForFinished());
+        QCOMPARE(program.exitCode(), 0);
+    }
+
     // As "vantry find ... | head -1" does; also when whoever started it has the signal ignored.
     void endsQuietlyWhenNobodyReads()
     {

@@ -30,6 +30,8 @@ RunningDesk::RunningDesk(const Folder& folder, const QStringList& files)
     QApplication::setStyle(new Vantry::FocusStyle);
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, folder.path("settings"));
     qputenv("XDG_STATE_HOME", QFile::encodeName(folder.path("state")));
+    if (Utilities::GetAppConfigRepositoryInterface())
+        qFatal("there is a desk already, whose applications this one would get");
     repository = Repository::AttributeRepository::create();
     Utilities::SetAppConfigRepositoryInterface(repository);
     loader.load(QStringList(QFileInfo(QStringLiteral(VANTRY_MODULE)).path()));

@@ -15,7 +15,7 @@ class QTreeView;
 namespace TestSupport {
 
 // The desk with its real plug-in, repository and files, as a person has it before them. What it remembers
-// stays in the folder, so that the next one made with it finds it.
+// stays in the folder, so that the next one made with it finds it. One at a time.
 class RunningDesk
 {
 public:

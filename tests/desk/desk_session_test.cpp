@@ -1,3 +1,5 @@
+#include "desk/session/SessionKeeper.h"
+#include "repository/AttributeRepository.h"
 #include "tests/desk/DeskTest.h"
 #include "tests/support/Columns.h"
 
@@ -13,6 +15,16 @@ using TestSupport::RunningDesk;
 class DeskSessionTest : public DeskTest
 {
     Q_OBJECT
+
+    // What a process of its own keeps of its files, without windows: applications are made once in a process.
+    struct OtherDesk
+    {
+        std::shared_ptr<Vantry::SessionKeeper::Repository> repository =
+            Repository::AttributeRepository::create();
+        Vantry::FileMounter mounter{repository};
+        Vantry::SessionKeeper session{repository, mounter,
+                                      [] { return QVector<Vantry::SessionState::View>(); }};
+    };
 
     QByteArray session() const { return contentOf(folder->path("state/vantry/session.json")); }
 
@@ -115,19 +127,14 @@ private slots:
     // Each keeps its own, and nobody takes what another is still at work with.
     void keepsWhatASecondDeskHasUnsaved()
     {
-        auto second = std::make_unique<RunningDesk>(*folder, QStringList(folder->path("limits.ini")));
-        second->windows->beginSession(false);
-        QTRY_VERIFY(second->item(maximum).isValid());
+        auto second = std::make_unique<OtherDesk>();
+        second->session.follow();
+        second->mounter.mount(QStringList(folder->path("limits.ini")));
+        QTRY_VERIFY(second->repository->getTreeInterface()->getNodeInformation(maximum).exists);
         QCOMPARE(second->repository->getWriterInterface()->writeAttributeValue(maximum, 130, 8), 0);
         const QDir running(folder->path("state/vantry/running/2"));
         QTRY_VERIFY_WITH_TIMEOUT(running.entryList(QDir::Files).size() == 2, 15000);
-        {
-            RunningDesk third(*folder, {});
-            third.windows->beginSession(false);
-            third.window->showKeptChanges();
-            QVERIFY2(!third.part<QWidget>("keptChangesBar")->isVisibleTo(third.window),
-                     "it takes what a running desk keeps");
-        }
+        QVERIFY2(OtherDesk().session.takeUnsaved().isEmpty(), "it takes what a running desk keeps");
         second.reset();
         die();
         startAgain({folder->path("plant.json")});

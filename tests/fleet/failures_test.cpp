@@ -6,6 +6,7 @@
 #include <QTcpSocket>
 
 #include <atomic>
+#include <future>
 #include <thread>
 
 namespace {
@@ -85,6 +86,27 @@ private slots:
         const FleetMachine other(
             QStringLiteral("etcd://%1,%2/s").arg(stranger.getEndpoint(), server.getEndpoints().first()));
         QCOMPARE(refusalOf(other.getMounted()), QString());
+    }
+
+    // As the first one does now and then where machines are busy.
+    void loadsThoughAConnectionFails()
+    {
+        QTcpServer door;
+        QVERIFY(door.listen(QHostAddress::LocalHost));
+        int guests = 0;
+        QObject::connect(&door, &QTcpServer::newConnection, &door, [&] {
+            QTcpSocket* const guest = door.nextPendingConnection(); // its server's child
+            if (++guests == 1)
+                guest->abort();
+            else
+                connectThrough(*guest);
+        });
+        const QString place = QStringLiteral("etcd://127.0.0.1:%1/%2").arg(door.serverPort()).arg(store);
+        auto mounting = std::async(std::launch::async, [&] { return FleetMachine(place).getMounted(); });
+        QTRY_COMPARE_WITH_TIMEOUT(mounting.wait_for(std::chrono::seconds(0)), std::future_status::ready,
+                                  longWait);
+        QCOMPARE(refusalOf(mounting.get()), QString());
+        QVERIFY(guests > 1);
     }
 
     void namesTheHostThatIsUnknown()
@@ -252,6 +274,22 @@ private slots:
         QVERIFY2(QTest::qWaitFor([&] { return (again = mount()).ok(); }, longWait),
                  qPrintable(again.toText()));
         QCOMPARE(tree->getChildCount(QStringLiteral("n")), count);
+    }
+
+private:
+    // To the server, both ways.
+    void connectThrough(QTcpSocket& guest) const
+    {
+        const QStringList address = server.getEndpoints().first().split(QLatin1Char(':'));
+        auto* const host = new QTcpSocket(&guest);
+        host->connectToHost(address.first(), quint16(address.last().toUInt()));
+        const auto pass = [](QTcpSocket& from, QTcpSocket& to) {
+            const auto write = [&from, &to] { to.write(from.readAll()); };
+            QObject::connect(&from, &QTcpSocket::readyRead, &to, write);
+            write(); // what has come before
+        };
+        pass(guest, *host);
+        pass(*host, guest);
     }
 };
 

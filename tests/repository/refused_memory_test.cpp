@@ -15,7 +15,8 @@ using Repository::Documents::Outcome;
 
 namespace {
 
-int allocationsLeft = -1; // until one is refused; none is while it is negative
+// Of a thread: until one is refused; none is while it is negative.
+thread_local int allocationsLeft = -1;
 
 void* allocate(std::size_t size)
 {

@@ -54,7 +54,9 @@ QString projectPath(const QString& name)
 
 QString corporaPath(const QString& name)
 {
-    const QFileInfo found(projectPath(QStringLiteral("../shared/corpora/") + name));
+    const QString folder =
+        qEnvironmentVariable("VANTRY_CORPORA", projectPath(QStringLiteral("../shared/corpora")));
+    const QFileInfo found(QDir(folder).filePath(name));
     return found.exists() ? found.canonicalFilePath() : QString();
 }
 

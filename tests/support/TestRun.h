@@ -32,8 +32,8 @@ int runTest(int argc, char** argv)
 // A file or folder of the project's own sources.
 QString projectPath(const QString& name);
 
-// Path of a file or folder of the corpora of real configuration files; empty when they are not on this
-// machine.
+// Path of a file or folder of the corpora of real configuration files, which VANTRY_CORPORA names or which
+// lie beside the checkout; empty when they are not on this machine.
 QString corporaPath(const QString& name);
 
 } // namespace TestSupport
