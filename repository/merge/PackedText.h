@@ -21,7 +21,7 @@ public:
 
     std::size_t getSize() const { return isPacked() ? size : bytes.size(); }
 
-    // Without effect where that saves little, or where there is no memory for it.
+    // Leaves a text as it is that would shrink little, or for which memory runs out.
     void pack() noexcept;
 
 private:
