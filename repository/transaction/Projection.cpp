@@ -2,6 +2,7 @@
 
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/common/PathRules.h"
+#include "repository/documents/common/Pipeline.h"
 #include "repository/store/SubtreeBuilder.h"
 
 #include <algorithm>
@@ -81,12 +82,19 @@ void Projection::build(Backend& backend, Node& root)
 {
     SubtreeBuilder builder(root, nodes.getTree().pages);
     FrameworkCore::Values::Value ofRoot;
-    backend.visitEntries([&](const Documents::Entry& entry) {
-        if (entry.path.empty())
-            ofRoot = entry.value;
-        else
-            builder.add(entry.path, entry.value);
+    Documents::Pipeline<Documents::Entry> entries([&builder](const Documents::Entry& entry) {
+        builder.add(entry.path, entry.value);
+        return true;
     });
+    backend.visitEntries([&](const Documents::Entry& entry) {
+        if (entry.path.empty()) {
+            ofRoot = entry.value;
+        } else {
+            entries.next() = entry;
+            entries.put();
+        }
+    });
+    entries.finish();
     showEntry(backend, root, ofRoot);
     nodes.file(builder);
 }
