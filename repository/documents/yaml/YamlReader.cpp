@@ -4,8 +4,6 @@
 
 #include <algorithm>
 #include <atomic>
-#include <cstdint>
-#include <cstring>
 #include <libfyaml.h>
 #include <new>
 #include <optional>
@@ -15,32 +13,28 @@ namespace Repository::Documents {
 
 namespace {
 
-// Whether each of eight bytes is printable ASCII or a line feed. The high bit of every byte holds its result;
-// the additions never carry into the next byte.
-bool arePlainOrBreaks(std::uint64_t eight)
+constexpr std::size_t blockSize = 64;
+
+// Whether a block is ASCII that YAML has everywhere. Without a branch, so that it becomes vector code.
+bool isPlainBlock(const char* block)
 {
-    constexpr std::uint64_t ones = 0x0101010101010101U;
-    constexpr std::uint64_t highBits = 0x80 * ones;
-    constexpr std::uint64_t lowBits = ~highBits;
-    const std::uint64_t low = eight & lowBits;
-    const std::uint64_t difference = eight ^ ('\n' * ones);
-    const std::uint64_t others = ((difference & lowBits) + lowBits) | difference; // than line feeds
-    const std::uint64_t controls = ~(low + 0x60 * ones) & others;
-    const std::uint64_t deletes = low + ones;
-    return ((eight | controls | deletes) & highBits) == 0;
+    unsigned char others = 0;
+    for (std::size_t i = 0; i < blockSize; ++i) {
+        const auto byte = static_cast<unsigned char>(block[i]);
+        const bool isPrintable = static_cast<unsigned char>(byte - 0x20) < 0x7F - 0x20;
+        const bool isSpace = (byte == '\n') | (byte == '\r') | (byte == '\t');
+        others |= static_cast<unsigned char>(!(isPrintable | isSpace));
+    }
+    return others == 0;
 }
 
 // The first byte that no text of YAML has; the library would take it for the end.
 std::optional<std::size_t> findForeignByte(std::string_view text)
 {
     for (std::size_t at = 0; at < text.size();) {
-        std::uint64_t eight = 0;
-        if (at + sizeof eight <= text.size()) {
-            std::memcpy(&eight, text.data() + at, sizeof eight);
-            if (arePlainOrBreaks(eight)) {
-                at += sizeof eight;
-                continue;
-            }
+        if (at + blockSize <= text.size() && isPlainBlock(text.data() + at)) {
+            at += blockSize;
+            continue;
         }
         const auto isPlain = [](unsigned char byte) { return byte >= 0x20 && byte < 0x7F; };
         while (at < text.size() && isPlain(static_cast<unsigned char>(text[at])))
