@@ -134,6 +134,7 @@ Outcome FileBackend::takeText(const Part* part, std::string& text)
 Outcome FileBackend::writeFile(const ApplyChange& apply, const Part* part)
 {
     std::string text;
+    std::size_t revision = 0; // of the text
     Files::FileDigest known;
     const bool isThere = QFile::exists(description.filePath);
     {
@@ -154,6 +155,7 @@ Outcome FileBackend::writeFile(const ApplyChange& apply, const Part* part)
         outcome = takeText(part, text);
         if (!outcome.ok())
             return outcome;
+        revision = content.getRevision();
         known = digest;
     }
     Outcome merged;
@@ -164,6 +166,7 @@ Outcome FileBackend::writeFile(const ApplyChange& apply, const Part* part)
             merged = checkConflicts();
         if (merged.ok())
             merged = takeText(part, text);
+        revision = content.getRevision();
         return Files::MergedContent{text, merged.explain().toStdString()};
     };
     const Files::SaveFileResult saved = files.save(nameOnDisk(description), text, known, merge);
@@ -174,7 +177,7 @@ Outcome FileBackend::writeFile(const ApplyChange& apply, const Part* part)
         if (part)
             content.setPartSaved(std::move(text));
         else
-            content.setSaved(std::move(text));
+            content.setSaved(std::move(text), revision);
         return warned({}, saved.warning);
     }
     isDeleted = hasGone;

@@ -4,6 +4,7 @@
 #include "repository/merge/DocumentMerge.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace Repository {
 
@@ -184,13 +185,20 @@ Outcome EditedDocument::replaceText(std::string text)
     return outcome;
 }
 
-void EditedDocument::setSaved(std::string text)
+// The texts change places without a copy: when a file is saved, nothing may ask for memory any more. Nor are
+// they compared again where nobody has edited meanwhile.
+void EditedDocument::setSaved(std::string text, std::size_t writtenRevision)
 {
     conflicts.clear();
-    setBase(std::move(text));
+    if (writtenRevision != revision) {
+        setBase(std::move(text));
+        return;
+    }
+    if (std::exchange(differs, false))
+        base.swap(edited);
+    std::string().swap(edited);
 }
 
-// The texts change places without a copy: when a file is saved, nothing may ask for memory any more.
 void EditedDocument::setBase(std::string text)
 {
     presentDocument(); // what was not edited is not in the new base
@@ -205,7 +213,8 @@ void EditedDocument::setBase(std::string text)
 
 void EditedDocument::dropBase()
 {
-    setSaved({});
+    conflicts.clear();
+    setBase({});
 }
 
 std::string EditedDocument::merge(std::unique_ptr<Document> theirs, std::string text)

@@ -54,8 +54,9 @@ public:
     // Another number after every change of the document, and of what is in conflict.
     std::size_t getRevision() const { return revision; }
 
-    // The text is what the file holds from now on, written from here: the two sides agree.
-    void setSaved(std::string text);
+    // The text that there was at a revision is what the file holds from now on, written from here: the two
+    // sides agree.
+    void setSaved(std::string text, std::size_t writtenRevision);
 
     // The text, of which the file holds this much from now on; the rest stays edited, and conflicts stay.
     void setPartSaved(std::string text) { setBase(std::move(text)); }

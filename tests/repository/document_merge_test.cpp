@@ -242,7 +242,7 @@ private slots:
         quarrel();
         applyAll(edited, {QStringLiteral("a.x = 2")});
         QCOMPARE(conflictsOf(edited), Texts());
-        edited.setSaved(edited.getText());
+        edited.setSaved(edited.getText(), edited.getRevision());
         applyAll(edited, {QStringLiteral("a.x = 9")});
         QCOMPARE(conflictsOf(edited), Texts()); // the file held the same when it was saved
         quarrel();
