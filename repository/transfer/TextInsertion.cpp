@@ -78,6 +78,8 @@ std::vector<Entry> entriesOf(const Documents::Format& format, const Documents::D
 {
     std::vector<Entry> entries;
     format.visitImport(document, [&](const Entry& entry) { entries.push_back(entry); });
+    if (entries.empty())
+        entries.emplace_back(); // the group itself, where there is none yet
     if (format.isInTreeOrder())
         return entries;
     bringIntoTreeOrder(entries);
@@ -137,7 +139,7 @@ Outcome TextInsertion::run(Transaction& transaction, TransferReport& report)
         const Entry& entry = entries[i];
         const bool isGroup = entry.value.type == Type::Group;
         const bool holdsOthers = i + 1 < entries.size() && isBelow(entries[i + 1].path, entry.path);
-        if (outcome.ok() && !(isGroup && (holdsOthers || entry.path.empty())))
+        if (outcome.ok() && !(isGroup && holdsOthers))
             outcome = writer.add(joinedPath(path, entry.path), partOf(entry));
     }
     const bool isWritten = outcome.ok() && ((whole && writer.isNew() && writer.writeExcerpt(*whole)) ||

@@ -293,6 +293,10 @@ private slots:
         row("xml", "xml", "<r>\n  <a/>\n</r>\n", "f",
             "<r>\n  <!-- why -->\n  <w id='1'>H<sub>2</sub>O</w>\n</r>\n",
             "<r>\n  <a/>\n  <!-- why -->\n  <w id='1'>H<sub>2</sub>O</w>\n</r>\n");
+        row("ini: nothing but a comment", "ini", "x=1\n", "f.n", "; why\n", "x=1\n\n[n]\n# why\n");
+        row("toml: nothing but a comment", "toml", "x=1\n", "f.n", "# why\n", "x=1\n\n[n]\n# why\n");
+        row("json: nothing", "json", "{\"x\":1}", "f.n", "{}", "{\"x\":1,\"n\":{}}");
+        row("toml: nothing into a group", "toml", "[n]\n", "f.n", "", "[n]\n");
     }
 
     void importsAsWritten()
@@ -304,6 +308,7 @@ private slots:
         QVERIFY(mount(type, "f", there));
         history()->recordThisThread();
         QCOMPARE(import(path, type, text), Success);
+        QVERIFY(exists(path));
         const QStringList imported = content();
         QTEST(saved("f"), "expected");
         restart();
