@@ -213,6 +213,26 @@ private slots:
         QCOMPARE(saved("f"), text);
     }
 
+    // Where comments go does not depend on the bytes of a file's encoding.
+    void carriesIntoEveryEncoding_data()
+    {
+        const auto row = TestSupport::columns<QString, QByteArray, QByteArray>("to", "there", "expected");
+        const QByteArray mark = "\xEF\xBB\xBF";
+        const QByteArray toml = "x = 1 # c\n";
+        row("toml with a byte-order mark", "toml", mark + toml, mark + toml + "\n[n]\nk = 1 # of k\n# end\n");
+        row("yaml with a byte-order mark", "yaml", mark + "x: 1\n",
+            mark + "x: 1\n\"n\":\n  k: 1 # of k\n  # end\n");
+    }
+
+    void carriesIntoEveryEncoding()
+    {
+        QFETCH(QString, to);
+        QFETCH(QByteArray, there);
+        QVERIFY(mount(to, "f", there));
+        QCOMPARE(import("f.n", "json", "{\"k\": 1 // of k\n// end\n}\n"), Success);
+        QTEST(saved("f"), "expected");
+    }
+
     // What goes with a document has no place, though all in it has one.
     void refusesToLoseWhatFollowsADocument()
     {
