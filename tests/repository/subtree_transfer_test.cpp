@@ -190,6 +190,11 @@ private slots:
             "new:\n  x: 1\n  # y = 2\n  # z = 3\n  b: {}\n  # k = 1\n  t:\n    - q: 1\n      # last\n");
         row("toml to ini", "toml", toml, "ini",
             "[new]\nx=1\n# y = 2\n# z = 3\n\n[new.b]\n# k = 1\n\n[new.t.0]\nq=1\n# last\n");
+        row("arrays of toml", "toml",
+            "[a]\nl = [\n  # of x\n  'x', # x\n  # end\n]\nm = [\n  1,\n  # last\n]\nn = [\n  # "
+            "none\n]\n\n[c]\n",
+            "yaml",
+            "new:\n  l:\n    - x # x\n  # of x\n  # end\n  m:\n    - 1\n    # last\n  \"n\": []\n  # none\n");
         row("ini to toml", "ini", "; top\n\n[a]\nx=1\n; y=2\n\n; of c\n[c]\n", "toml",
             "[new]\nx = 1\n# y=2\n");
         row("yaml to toml", "yaml", "a:\n  x: 1\n  b:\n    y: 1\n    # in b\n  # in a\n# all\n", "toml",
