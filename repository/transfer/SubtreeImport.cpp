@@ -36,15 +36,18 @@ Outcome SubtreeImport::run(const QByteArray& text, TransferReport& report) const
         return Refusals::invalidPath(path);
     const auto stepName = [this] { return Texts::tr("Import %1").arg(readablePath(*store.getTree(), path)); };
     const TextInsertion::Comments comments = Documents::commentsOf(document->getMarks());
-    const auto target = comments.empty() ? nullptr : backendOf(*store.getTree(), path);
+    const auto target = backendOf(*store.getTree(), path);
     const TextInsertion::Comments former = target ? target->getComments() : TextInsertion::Comments();
     const Outcome outcome = store.changeAll(stepName, {path}, [&](Transaction& transaction) {
         return TextInsertion(*Documents::findFormat(dialect), *document, bytes.size(), comments, path)
             .run(transaction, report);
     });
-    if (outcome.ok() && !comments.empty())
-        report.setCommentsLeftOut(int(Documents::countMissing(
-            comments, former, target ? target->getComments() : TextInsertion::Comments())));
+    if (outcome.ok() && !(comments.empty() && former.empty())) {
+        // Also those of an array that was replaced.
+        const TextInsertion::Comments now = target ? target->getComments() : TextInsertion::Comments();
+        report.setCommentsLeftOut(
+            int(Documents::countMissing(comments, former, now) + Documents::countMissing(former, {}, now)));
+    }
     return outcome;
 }
 

@@ -78,6 +78,8 @@ std::vector<Entry> entriesOf(const Documents::Format& format, const Documents::D
 {
     std::vector<Entry> entries;
     format.visitImport(document, [&](const Entry& entry) { entries.push_back(entry); });
+    if (entries.empty())
+        entries.emplace_back(); // the group itself, where there is none yet
     if (format.isInTreeOrder())
         return entries;
     bringIntoTreeOrder(entries);
@@ -133,11 +135,11 @@ Outcome TextInsertion::run(Transaction& transaction, TransferReport& report)
     std::size_t wholeEnd = 0;
     for (std::size_t i = 0; outcome.ok() && i < entries.size(); ++i) {
         if (i >= wholeEnd && !writer.isNew())
-            outcome = beginWhole(writer, places, i, wholeEnd);
+            outcome = beginWhole(writer, transaction.getNodes(), places, i, wholeEnd);
         const Entry& entry = entries[i];
         const bool isGroup = entry.value.type == Type::Group;
         const bool holdsOthers = i + 1 < entries.size() && isBelow(entries[i + 1].path, entry.path);
-        if (outcome.ok() && !(isGroup && (holdsOthers || entry.path.empty())))
+        if (outcome.ok() && !(isGroup && holdsOthers))
             outcome = writer.add(joinedPath(path, entry.path), partOf(entry));
     }
     const bool isWritten = outcome.ok() && ((whole && writer.isNew() && writer.writeExcerpt(*whole)) ||
@@ -210,8 +212,8 @@ TextInsertion::Places TextInsertion::newPlaces(const NodeWriter& nodes, const Ba
     return Documents::canTakeExcerpts(places.size(), size + target.getBytes().size()) ? places : Places();
 }
 
-Outcome TextInsertion::beginWhole(PartWriter& writer, const Places& places, std::size_t begin,
-                                  std::size_t& end) const
+Outcome TextInsertion::beginWhole(PartWriter& writer, const NodeWriter& nodes, const Places& places,
+                                  std::size_t begin, std::size_t& end) const
 {
     Outcome outcome = writer.endWhole();
     const auto place = places.find(begin);
@@ -221,20 +223,46 @@ Outcome TextInsertion::beginWhole(PartWriter& writer, const Places& places, std:
     if (!outcome.ok())
         return outcome;
     if (!excerpt)
-        return beginArrays(writer, begin, end);
+        return beginArrays(writer, nodes, begin, end);
     end = place->second.end;
     return writer.beginWhole(joinedPath(path, place->second.top), std::move(excerpt));
 }
 
-// An array replaces what is in its place; where nothing is yet, it comes with all that is new around it.
-Outcome TextInsertion::beginArrays(PartWriter& writer, std::size_t begin, std::size_t& end) const
+// Whether the array that comes has the same entries of the same types as the one that is there.
+bool TextInsertion::isOfOneShape(const NodeWriter& nodes, std::string_view array, std::size_t begin,
+                                 std::size_t end) const
+{
+    const QString place = joinedPath(path, std::string(array));
+    const Node* const there = nodes.find(place);
+    if (!there || !there->backend || there->backend->isArray(place) == false)
+        return false;
+    const SubtreeReader reader(nodes.getTree(), *there);
+    std::unordered_map<std::string, Type> types;
+    for (const SubtreePart& part : reader.getParts())
+        types.emplace(pathBytes(pathAfter(part.fullPath, path.size())), part.exact().type);
+    std::size_t known = 0;
+    for (std::size_t i = begin; i < end; ++i) {
+        const auto found = types.find(entries[i].path);
+        if (found != types.end() && found->second == entries[i].value.type)
+            ++known;
+        else if (entries[i].value.type != Type::Group || endOf(i, entries[i].path) == i + 1)
+            return false;
+    }
+    return known == types.size() && reader.check(true).ok();
+}
+
+// An array replaces what is in its place, unless that differs in nothing but values; where nothing is yet, it
+// comes with all that is new around it.
+Outcome TextInsertion::beginArrays(PartWriter& writer, const NodeWriter& nodes, std::size_t begin,
+                                   std::size_t& end) const
 {
     const std::string& first = entries[begin].path;
     const QString missing = writer.firstMissing(joinedPath(path, first));
     const auto array = outermostArray(arrays, first);
     if (array && (missing.isEmpty() || isBelow(pathBytes(missing), pathBytes(joinedPath(path, *array))))) {
         end = endOf(begin, *array);
-        return writer.beginWhole(joinedPath(path, *array));
+        return isOfOneShape(nodes, *array, begin, end) ? Outcome()
+                                                       : writer.beginWhole(joinedPath(path, *array));
     }
     const bool isList = entries[begin].value.type == Type::StringList;
     if (isList && missing.isEmpty() && writer.isGroup(joinedPath(path, first))) {

@@ -42,8 +42,12 @@ private:
     void translate(const Backend& target, const Places& places);
     Places newPlaces(const NodeWriter& nodes, const Backend& target) const;
     std::size_t endOf(std::size_t begin, std::string_view group) const;
-    Outcome beginWhole(PartWriter& writer, const Places& places, std::size_t begin, std::size_t& end) const;
-    Outcome beginArrays(PartWriter& writer, std::size_t begin, std::size_t& end) const;
+    Outcome beginWhole(PartWriter& writer, const NodeWriter& nodes, const Places& places, std::size_t begin,
+                       std::size_t& end) const;
+    Outcome beginArrays(PartWriter& writer, const NodeWriter& nodes, std::size_t begin,
+                        std::size_t& end) const;
+    bool isOfOneShape(const NodeWriter& nodes, std::string_view array, std::size_t begin,
+                      std::size_t end) const;
 
     const Documents::Format& format;
     const Documents::Document& document;

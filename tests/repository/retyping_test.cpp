@@ -74,6 +74,10 @@ private slots:
         row("yaml, a text", "yaml", "- k: 'x'\n", "m.0.k", true, 3.0, "- k: 3.0\n");
         row("yaml, a block", "yaml", "t: |\n  x\nu: 1\n", "m.t", true, true, "t: true\nu: 1\n");
         row("yaml, a tag goes", "yaml", "t: !!str 5\n", "m.t", true, 5, "t: 5\n");
+        row("yaml, a comment tags", "yaml", "# @type date\nt: \"2024-01-01\"\nu: 1\n", "m.t", true, 5,
+            "t: 5\nu: 1\n");
+        row("toml, a tag goes", "toml", "# c\n# @type bytes\nt = \"x\"\nu=1\n", "m.t", true, 5,
+            "# c\nt = 5\nu=1\n");
         row("json, a number", "json", "{ \"t\": 30 }", "m.t", true, text("30"), "{ \"t\": \"30\" }");
         row("json, a double", "json", "{ \"t\": \"x\" }", "m.t", true, 3.0, "{ \"t\": 3.0 }");
         row("json, a list", "json", "{\"t\":\"x\"}", "m.t", true, QStringList(text("x")), "{\"t\":[\"x\"]}");

@@ -267,6 +267,10 @@ private slots:
             QStringList{QStringLiteral("x")});
         row("nothing", "yaml", "d:\nz: 1\n", "m.d", QStringLiteral("x"));
         row("nothing but a blank", "yaml", "d: \nz: 1\n", "m.d", QStringLiteral("x"));
+        row("null", "toml", "a.b = 1\n# @type null\na.d = ''\nz = 1\n", "m.a.d", QStringLiteral("x"));
+        row("null below a comment", "toml", "# c\n\n# @type null\nd = \"\"\n", "m.d", QStringLiteral("x"));
+        row("null in xml", "xml", "<r><?vantry type=\"null\"?><d></d></r>\n", "m.r.d", QStringLiteral("x"));
+        row("null in ini", "ini", "# @type null\nd = \n", "m.d", QStringLiteral("x"));
         row("list", "toml", "l = [\n  'p', # p\n  # of q\n  'q'\n]\n", "m.l",
             QStringList{QStringLiteral("x")});
     }
@@ -282,7 +286,7 @@ private slots:
         history()->recordThisThread();
         QVERIFY(write(path, value));
         const QByteArray written = savedText();
-        QVERIFY(create("m.n.k", 5));
+        QVERIFY(create("m.r.n.k", 5));
         QVERIFY(history()->undo());
         QVERIFY(history()->undo());
         QCOMPARE(savedText(), text);

@@ -190,6 +190,11 @@ private slots:
             "new:\n  x: 1\n  # y = 2\n  # z = 3\n  b: {}\n  # k = 1\n  t:\n    - q: 1\n      # last\n");
         row("toml to ini", "toml", toml, "ini",
             "[new]\nx=1\n# y = 2\n# z = 3\n\n[new.b]\n# k = 1\n\n[new.t.0]\nq=1\n# last\n");
+        row("arrays of toml", "toml",
+            "[a]\nl = [\n  # of x\n  'x', # x\n  # end\n]\nm = [\n  1,\n  # last\n]\nn = [\n  # "
+            "none\n]\n\n[c]\n",
+            "yaml",
+            "new:\n  l:\n    - x # x\n  # of x\n  # end\n  m:\n    - 1\n    # last\n  \"n\": []\n  # none\n");
         row("ini to toml", "ini", "; top\n\n[a]\nx=1\n; y=2\n\n; of c\n[c]\n", "toml",
             "[new]\nx = 1\n# y=2\n");
         row("yaml to toml", "yaml", "a:\n  x: 1\n  b:\n    y: 1\n    # in b\n  # in a\n# all\n", "toml",
@@ -211,6 +216,26 @@ private slots:
         QTEST(saved("g"), "expected");
         QVERIFY(history()->undo());
         QCOMPARE(saved("f"), text);
+    }
+
+    // Where comments go does not depend on the bytes of a file's encoding.
+    void carriesIntoEveryEncoding_data()
+    {
+        const auto row = TestSupport::columns<QString, QByteArray, QByteArray>("to", "there", "expected");
+        const QByteArray mark = "\xEF\xBB\xBF";
+        const QByteArray toml = "x = 1 # c\n";
+        row("toml with a byte-order mark", "toml", mark + toml, mark + toml + "\n[n]\nk = 1 # of k\n# end\n");
+        row("yaml with a byte-order mark", "yaml", mark + "x: 1\n",
+            mark + "x: 1\n\"n\":\n  k: 1 # of k\n  # end\n");
+    }
+
+    void carriesIntoEveryEncoding()
+    {
+        QFETCH(QString, to);
+        QFETCH(QByteArray, there);
+        QVERIFY(mount(to, "f", there));
+        QCOMPARE(import("f.n", "json", "{\"k\": 1 // of k\n// end\n}\n"), Success);
+        QTEST(saved("f"), "expected");
     }
 
     // What goes with a document has no place, though all in it has one.
@@ -293,6 +318,10 @@ private slots:
         row("xml", "xml", "<r>\n  <a/>\n</r>\n", "f",
             "<r>\n  <!-- why -->\n  <w id='1'>H<sub>2</sub>O</w>\n</r>\n",
             "<r>\n  <a/>\n  <!-- why -->\n  <w id='1'>H<sub>2</sub>O</w>\n</r>\n");
+        row("ini: nothing but a comment", "ini", "x=1\n", "f.n", "; why\n", "x=1\n\n[n]\n# why\n");
+        row("toml: nothing but a comment", "toml", "x=1\n", "f.n", "# why\n", "x=1\n\n[n]\n# why\n");
+        row("json: nothing", "json", "{\"x\":1}", "f.n", "{}", "{\"x\":1,\"n\":{}}");
+        row("toml: nothing into a group", "toml", "[n]\n", "f.n", "", "[n]\n");
     }
 
     void importsAsWritten()
@@ -304,6 +333,7 @@ private slots:
         QVERIFY(mount(type, "f", there));
         history()->recordThisThread();
         QCOMPARE(import(path, type, text), Success);
+        QVERIFY(exists(path));
         const QStringList imported = content();
         QTEST(saved("f"), "expected");
         restart();

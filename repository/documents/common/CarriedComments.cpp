@@ -308,6 +308,10 @@ private:
         const auto before = makeDocument();
         const auto after = makeDocument();
         before->parseAgain(text);
+        if (before->getMarks().text != text && !takeText(*before)) {
+            readings = 0;
+            return false;
+        }
         CommentWriter writer(*before, lineEndOf(text));
         for (const CarriedComment& comment : comments)
             refused += writer.add(comment) ? 0 : 1;
@@ -315,6 +319,16 @@ private:
         if (!after->parse(changed).ok() || !holdsEntries(*after, {}, entriesOf(*before)))
             return false;
         text = std::move(changed);
+        return true;
+    }
+
+    // Puts the text of a file in the place of its bytes, from which places in it may differ.
+    bool takeText(Document& file)
+    {
+        std::string plain(file.getMarks().text);
+        if (!file.parse(plain).ok() || file.getMarks().text != plain)
+            return false;
+        text = std::move(plain);
         return true;
     }
 

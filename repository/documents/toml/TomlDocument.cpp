@@ -128,6 +128,13 @@ std::optional<bool> TomlDocument::isArray(std::string_view path) const
     return id != noNode && (file->tree.node(id).isArray() || file->isList(id));
 }
 
+// The tag of a null goes when it becomes anything else.
+bool TomlDocument::isLinked(std::string_view path) const
+{
+    const NodeId valueNode = path.empty() ? noNode : file->findValueNode(path);
+    return valueNode != noNode && file->tree.node(valueNode).tag == Type::Null;
+}
+
 std::optional<Value> TomlDocument::valueAt(std::string_view path) const
 {
     const NodeId valueNode = file->findValueNode(path);

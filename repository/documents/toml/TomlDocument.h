@@ -38,6 +38,7 @@ public:
     SiblingPlace placeOf(std::string_view path) const override;
     bool contains(std::string_view path) const override { return file->find(path) != noNode; }
     std::optional<bool> isArray(std::string_view path) const override;
+    bool isLinked(std::string_view path) const override;
     std::optional<Value> valueAt(std::string_view path) const override;
     std::optional<Span> locate(std::string_view path) const override;
     void visitSpans(const SpanVisitor& visitor) const override;

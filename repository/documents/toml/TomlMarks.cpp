@@ -23,9 +23,12 @@ TextMarks TomlDocument::getMarks() const
     walkEntries(*file, [&](const std::string& path, NodeId id, NodeId) {
         const TomlNode& node = tree.node(id);
         const bool isPart = node.parent != noNode && tree.node(node.parent).isInline();
-        if (!path.empty() && (isPart || node.statement != noStatement))
-            marks.begins.push_back({path, isPart ? node.value : tree.statement(node.statement).begin,
-                                    isPart ? 0 : endOf(node.statement)});
+        const std::size_t inlineEnd = node.isInline() ? node.valueEnd : 0; // an array may end in comments
+        if (!path.empty() && isPart)
+            marks.begins.push_back({path, node.value, inlineEnd});
+        else if (!path.empty() && node.statement != noStatement)
+            marks.begins.push_back({path, tree.statement(node.statement).begin,
+                                    inlineEnd > 0 ? inlineEnd : endOf(node.statement)});
     });
     const NodeId lastNode = tree.statement(tree.getLastStatement()).node;
     marks.endsInSection = lastNode != noNode && editor.blockOf(lastNode) != tree.getRoot();
