@@ -4,6 +4,7 @@
 
 #include <QDate>
 #include <QFile>
+#include <QTextCodec>
 #include <QTime>
 
 using namespace FrameworkCore::AppConfig;
@@ -211,6 +212,49 @@ private slots:
         QTEST(saved("g"), "expected");
         QVERIFY(history()->undo());
         QCOMPARE(saved("f"), text);
+    }
+
+    // A file has other bytes than its text: a mark in front of it, or another encoding.
+    void carriesIntoEncodings_data()
+    {
+        const auto row =
+            TestSupport::columns<QString, QByteArray, QString, QString>("to", "codec", "there", "expected");
+        const QString mark(QChar(0xFEFF));
+        const QString ini = mark + QStringLiteral("[ä]\nk=ö\n");
+        const QString madeIni = ini + QStringLiteral("\n[new]\n# of k\nk=1 # behind ü\nl=2\n# end\n");
+        const QString yaml = mark + QStringLiteral("ä:\n  k: ö\n");
+        const QString madeYaml =
+            yaml + QStringLiteral("new:\n  # of k\n  k: 1 # behind ü\n  l: 2\n  # end\n");
+        for (const char* codec : {"UTF-8", "UTF-16LE", "UTF-16BE"}) {
+            row(QByteArray("ini, ") + codec, "ini", codec, ini, madeIni);
+            row(QByteArray("yaml, ") + codec, "yaml", codec, yaml, madeYaml);
+        }
+        const QString toml = mark + QStringLiteral("[a]\nk = \"ö\"\n");
+        row("toml, UTF-8", "toml", "UTF-8", toml,
+            toml + QStringLiteral("\n[new]\n# of k\nk = 1 # behind ü\nl = 2\n# end\n"));
+        const QString xml =
+            QStringLiteral("<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\n<r>\n  <ä>ö</ä>\n%1</r>\n");
+        row("xml, ISO-8859-1", "xml", "ISO-8859-1", xml.arg(QString()),
+            xml.arg(QStringLiteral(
+                "  <new>\n    <!-- of k -->\n    <!-- behind ü -->\n    <k>1</k>\n    <l>2</l>\n"
+                "    <!-- end -->\n  </new>\n")));
+    }
+
+    void carriesIntoEncodings()
+    {
+        QFETCH(QString, to);
+        QFETCH(QByteArray, codec);
+        QFETCH(QString, there);
+        QFETCH(QString, expected);
+        const auto encoded = [&](const QString& text) {
+            QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
+            return QTextCodec::codecForName(codec)->fromUnicode(text.constData(), text.size(), &state);
+        };
+        QVERIFY(mount(to, "g", encoded(there)));
+        const QString path = to == QLatin1String("xml") ? QStringLiteral("g.r.new") : QStringLiteral("g.new");
+        const QString from = to == QLatin1String("toml") ? QStringLiteral("ini") : QStringLiteral("toml");
+        QCOMPARE(import(path, from, "# of k\nk = 1 # behind ü\nl = 2\n# end\n"), Success);
+        QCOMPARE(saved("g"), encoded(expected));
     }
 
     // What goes with a document has no place, though all in it has one.

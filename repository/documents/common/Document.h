@@ -14,6 +14,8 @@
 
 namespace Repository::Documents {
 
+class TextEncoding;
+
 // The outcome of an operation on a document; a success has no error text.
 struct Outcome
 {
@@ -215,6 +217,9 @@ public:
 
     // Of a text that was parsed, and not edited since.
     virtual TextMarks getMarks() const = 0;
+
+    // What makes the bytes of that text. Without one of its own, they are the same.
+    virtual TextEncoding getEncoding() const;
 
     // The value as the file spells it, for respell of a document of the same format; nothing for an unknown
     // path or a group.
