@@ -267,6 +267,36 @@ private slots:
         QCOMPARE(saved("f"), text);
     }
 
+    // What a tag says is no part of a value.
+    void keepsTags_data()
+    {
+        const auto row =
+            TestSupport::columns<QByteArray, QString, QString, QByteArray>("text", "from", "to", "expected");
+        row("as it is written", "a: !secret x\nb: {c: 1}\n", "f.a", "f.b.new", "b: {c: 1, new: !secret x}\n");
+        row("of a type", "a:\n  k: !!str 5\nb: {c: 1}\n", "f.a", "f.b.new", "b: {c: 1, new: {k: \"5\"}}\n");
+        row("block into brackets", "a: !secret |\n  x\nb: {c: 1}\n", "f.a", "f.b.new", {});
+        row("group into brackets", "a:\n  k: !secret x\nb: {c: 1}\n", "f.a", "f.b.new", {});
+        row("element into brackets", "a:\n- k: !secret x\n- 1\nb: [1]\n", "f.a.0", "f.b.0", {});
+        row("into another format", "a:\n  k: !secret x\n", "f.a", "g.new", {});
+        row("element into another format", "a:\n- !secret x\n- 1\n", "f.a.0", "g.new", {});
+        row("in brackets with an anchor", "a: &x {k: !secret x}\nb:\n  c: 1\n", "f.a", "f.b.new", {});
+    }
+
+    void keepsTags()
+    {
+        QFETCH(QByteArray, text);
+        QFETCH(QString, from);
+        QFETCH(QString, to);
+        QFETCH(QByteArray, expected);
+        QVERIFY(mount("yaml", "f", text));
+        QVERIFY(mount("json", "g", {}));
+        const Outcome outcome = move(from, to);
+        QCOMPARE(outcome.ok(), !expected.isEmpty());
+        QVERIFY2(outcome.ok() || outcome.toText().contains(QLatin1String("tags")),
+                 qPrintable(outcome.toText()));
+        QCOMPARE(saved("f"), expected.isEmpty() ? text : expected);
+    }
+
     // Within a format: spelling, comments and layout. What has no place there comes by its values.
     void exportsAsWritten_data()
     {
