@@ -48,9 +48,9 @@ const std::vector<Topic>& topics()
               ".service and the like ini; .xml, .svg, .ui, .ts, .pom and the like xml; .txt and .properties "
               "txt; "
               ".toml toml; .yaml and .yml yaml. "
-              "A .conf that begins as json or xml does is that, and so is a file whose name says nothing; "
-              "one "
-              "that looks like ini is ini, and anything else is refused. --format has the last word."),
+              "A .conf that begins as json or xml does, or is yaml or toml beyond doubt, is that, and so is "
+              "a file whose name says nothing; one that looks like ini is ini, and anything else is "
+              "refused. --format has the last word."),
           QT_TRANSLATE_NOOP(
               "CommandLine",
               "Files of ini and txt are read as their own programs read them, which their names, places and "

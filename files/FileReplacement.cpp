@@ -142,15 +142,14 @@ std::string FileReplacement::publish(const std::string& name, bool& isTaken)
 }
 
 std::string FileReplacement::exchange(const std::string& name, const struct stat& status,
-                                      const std::string& expected, const FileDigest& own, bool& isChanged,
-                                      std::string& warning)
+                                      const std::string& expected, const std::string& exchangeName,
+                                      bool& isChanged, std::string& warning)
 {
     // Most changes are seen here, before anybody sees this file under the name.
     struct stat now = {};
     isChanged = calls.statAt(folder, name, now) != 0 ? errno == ENOENT : !isUntouched(status, now);
     if (isChanged)
         return {};
-    const std::string exchangeName = TemporaryName::makeExchange(FileDigest::of(expected), own);
     if (calls.renameAt(folder, temporaryName, exchangeName) != 0)
         return failure(Reason::tr("the new file cannot be renamed"), false);
     temporaryName = exchangeName;

@@ -32,9 +32,9 @@ public:
 
     // Takes the name of the file that had the status and the expected content, and looks at what it held:
     // when another program has changed it in the last moment, everything is put back and isChanged is set.
-    // The digest is that of the bytes given to fill.
+    // What lies under the temporary name after a crash is known by that name.
     std::string exchange(const std::string& name, const struct stat& status, const std::string& expected,
-                         const FileDigest& own, bool& isChanged, std::string& warning);
+                         const std::string& exchangeName, bool& isChanged, std::string& warning);
 
     // Whether the step that failed did so because this file may not be replaced here by this user, which says
     // nothing about writing it.

@@ -131,9 +131,10 @@ private:
             error = replacement.finish();
         std::string doubt;
         if (error.empty())
-            error =
-                isNew ? replacement.publish(location.name, isChanged)
-                      : replacement.exchange(location.name, status, found, digestOfBytes(), isChanged, doubt);
+            error = isNew ? replacement.publish(location.name, isChanged)
+                          : replacement.exchange(location.name, status, found,
+                                                 TemporaryName::makeExchange(known, digestOfBytes()),
+                                                 isChanged, doubt);
         if (!error.empty() || isChanged)
             return error;
         result.written = true;

@@ -15,17 +15,19 @@ namespace Repository {
 
 namespace {
 
-// A second ending of the copies that editors and package managers leave.
+// A second ending of the copies that editors and package managers leave, and of models to copy.
 constexpr std::string_view copyEndings =
-    "bak old orig save dpkg-old dpkg-dist dpkg-new rpmsave rpmnew rpmorig";
+    "bak old orig save dpkg-old dpkg-dist dpkg-new rpmsave rpmnew rpmorig example sample dist";
 
 // Of sources and texts that may look like a format which is known here.
-constexpr std::string_view foreignEndings = "md rst tex py sh bash zsh js mjs ts tsx jsx rb pl "
-                                            "lua c h cc cpp cxx hpp go rs java kt cs php "
-                                            "css scss html sql csv tsv log diff patch cmake mk gradle nix tf";
+constexpr std::string_view foreignEndings =
+    "md markdown rst tex license py sh bash zsh js mjs ts tsx jsx rb pl "
+    "lua c h cc cpp cxx hpp go rs java kt cs php "
+    "css scss html sql csv tsv log diff patch cmake mk gradle nix tf";
 
-// Files of these begin like one of assignments.
-constexpr std::string_view foreignNames = "makefile gnumakefile crontab";
+// Files of these begin like one of assignments, or are prose with lists.
+constexpr std::string_view foreignNames = "makefile gnumakefile crontab authors bugs changelog changes "
+                                          "copying copyright install license news readme thanks todo";
 
 bool lists(std::string_view endings, std::string_view wanted)
 {
@@ -175,7 +177,7 @@ QString typeOf(const FileName& name, std::string_view text)
     const std::string dialect = Documents::typeByName(name.file);
     if (!dialect.empty())
         return QString::fromStdString(dialect);
-    if (const auto* claiming = name.likely ? formatThatClaims(text) : nullptr)
+    if (const auto* claiming = name.isForeign ? nullptr : formatThatClaims(text))
         return nameOf(claiming);
     if (name.likely && name.likely->rulesOut(text))
         return {};

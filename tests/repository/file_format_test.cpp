@@ -61,6 +61,7 @@ private slots:
         row("a.conf.dpkg-old", "", "ini");
         row("a.svg~", "", "xml");
         row("a.json.bak", "k = 1", "json");
+        row("a.yml.example", "k = 1", "yaml");
         row("a.ts", "// why\nimport {b} from 'c';\n", "");
         row("a.policy", "// why\ngrant {\n};\n", "");
         row(".eslintrc", "root: true\n", "");
@@ -69,6 +70,13 @@ private slots:
         row("settings", "\xef\xbb\xbf{}", "json");
         row("settings", "[\n  1\n]", "json");
         row("settings", "[ {\"k\": 1} ]", "json");
+        row("config", "apiVersion: v1\nclusters:\n- name: a\n", "yaml");
+        row("settings", "--- # c\nk: 1\n", "yaml");
+        row("settings", "k: 1\nl: 2\n", "");
+        row("change", "--- a/b\n+++ b/b\n@@ -1 +1 @@\n-c: d\n", "");
+        row("notes.md", "k:\n  - l\n", "");
+        row("AUTHORS", "k:\n  - l\n", "");
+        row("settings", "[a]\nk = [\"b\"]\n", "toml");
         row("settings", "[]", "json");
         row("settings", "[]\nk = 1\n", "ini");
         row("settings", "[7Z]\nk = 1\n", "ini");
@@ -86,7 +94,6 @@ private slots:
         row("settings", "   ", "ini");
         // What only looks like ini.
         row("README", "Vantry\n======\nk = 1\n", "");
-        row("settings", "k: 1\nl:\n  - m\n", "");
         row("script", "#!/bin/sh\nK=1\n", "");
         row("source", "int k = 1;\n", "");
         row("source", "#include <a.h>\nk = 1\nl = 2;\n", "");

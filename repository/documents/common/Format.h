@@ -37,8 +37,8 @@ public:
     // may be cut off after the end of a line.
     virtual bool resembles(std::string_view) const { return false; }
 
-    // Whether a text is of this format for certain, and says in it what it could not in another one that its
-    // file's ending makes likely. It may be cut off, too.
+    // Whether a text is of this format for certain, and says in it what it could not in another one, be it
+    // that which its file's ending makes likely. It may be cut off, too.
     virtual bool claims(std::string_view) const { return false; }
 
     // Whether a text is of another syntax for certain, though its file has one of the likely endings.

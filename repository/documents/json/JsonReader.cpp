@@ -4,6 +4,7 @@
 #include "repository/documents/json/JsonTrivia.h"
 
 #include <algorithm>
+#include <new>
 #include <simdjson.h>
 
 namespace Repository::Documents {
@@ -135,6 +136,8 @@ bool JsonReader::scan(const std::string& text, std::size_t start)
         return failEncoding(text);
     if (error == simdjson::UNCLOSED_STRING || error == simdjson::UNESCAPED_CHARS)
         return failString(text);
+    if (error == simdjson::MEMALLOC)
+        throw std::bad_alloc();
     if (error != simdjson::SUCCESS)
         return fail(0, Reason::tr("the json parser gave up: %1", {simdjson::error_message(error)}));
 

@@ -14,7 +14,7 @@ public:
     std::string_view getCertainEndings() const override { return "toml"; }
     std::string_view getFileNames() const override
     {
-        return "cargo.lock poetry.lock pipfile uv.lock pdm.lock";
+        return "cargo.lock poetry.lock pipfile uv.lock pdm.lock gopkg.lock";
     }
     bool claims(std::string_view text) const override;
     bool isInTreeOrder() const override { return true; }

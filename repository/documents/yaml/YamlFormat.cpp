@@ -24,22 +24,23 @@ std::string writeEntries(const std::vector<Entry>& entries, std::string& text)
 
 } // namespace
 
-// Files of lines have no maps and lists within others.
+// Files of lines have neither maps and lists within others nor the marker of a document.
 bool YamlFormat::claims(std::string_view text) const
 {
     const std::string_view first = textLineAt(text, skipYamlTrivia(text, 0)).content;
     const bool hasKey = first.find(':') < first.find('=') && !startsWith(first, "[");
-    if (!hasKey && !startsWith(first, "---"))
+    const bool hasMarker = first == "---" || startsWith(first, "--- ");
+    if (!hasKey && !hasMarker)
         return false;
     const auto document = makeDocument();
     if (!document->parse(std::string(text)).ok())
         return false;
-    bool isNested = false;
-    document->visit([&isNested](const Entry& entry) {
-        isNested =
-            isNested || entry.path.find('.') != std::string::npos || entry.value.type == Type::StringList;
+    bool isTypical = false;
+    document->visit([&isTypical, hasMarker](const Entry& entry) {
+        isTypical = isTypical || (hasMarker && !entry.path.empty()) ||
+                    entry.path.find('.') != std::string::npos || entry.value.type == Type::StringList;
     });
-    return isNested;
+    return isTypical;
 }
 
 // A key that is in a map twice is not written again.

@@ -11,10 +11,11 @@ class YamlFormat : public Format
 public:
     std::string_view getName() const override { return "yaml"; }
     std::unique_ptr<Document> makeDocument() const override { return std::make_unique<YamlDocument>(); }
-    std::string_view getCertainEndings() const override { return "yaml yml cff"; }
+    std::string_view getCertainEndings() const override { return "yaml yml cff eyaml raml sls"; }
     std::string_view getFileNames() const override
     {
-        return ".clang-format .clang-tidy .clangd .yamllint .gemrc .condarc";
+        return ".clang-format _clang-format .clang-tidy .clangd .yamllint .gemrc .condarc .ansible-lint "
+               "pubspec.lock podfile.lock chart.lock";
     }
     bool begins(std::string_view text) const override { return startsWith(text, "%YAML "); }
     bool claims(std::string_view text) const override;
