@@ -2054,6 +2054,10 @@
         <translation>die Kommentare haben am Ziel keinen Platz und gingen verloren</translation>
     </message>
     <message>
+        <source>its tags have no form where it is to go, and would be lost</source>
+        <translation>die Tags haben am Ziel keine Form und gingen verloren</translation>
+    </message>
+    <message>
         <source>copy it, and remove it here</source>
         <translation>es kopieren und hier entfernen</translation>
     </message>

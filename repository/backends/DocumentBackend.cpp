@@ -273,6 +273,12 @@ bool DocumentBackend::hasComments(const QString& path) const
     return !content.isDamaged() && content.getDocument().hasComments(relative(path));
 }
 
+bool DocumentBackend::hasTags(const QString& path) const
+{
+    const std::lock_guard lock(mutex);
+    return !content.isDamaged() && content.getDocument().hasTags(relative(path));
+}
+
 // As it is now, to be changed apart; null when it is damaged.
 std::unique_ptr<Document> DocumentBackend::copyDocument() const
 {

@@ -95,6 +95,13 @@ Outcome Refusals::losesComments()
         .advise(Texts::tr("copy it, and remove it here"));
 }
 
+Outcome Refusals::losesTags()
+{
+    return Outcome(StatusCode::BackendFailure,
+                   Texts::tr("its tags have no form where it is to go, and would be lost"))
+        .advise(Texts::tr("copy it, and remove it here"));
+}
+
 Outcome Refusals::losesDigits()
 {
     return Outcome(StatusCode::BackendFailure,

@@ -24,6 +24,7 @@ public:
     static Outcome invalidPath(QStringView path);
     static Outcome ownTree();
     static Outcome losesComments(); // of what would be moved by its values
+    static Outcome losesTags();     // the same
     static Outcome losesDigits();   // of a second, which an attribute does not hold
     static Outcome noBackend();     // of that name
     static Outcome noType(const QString& type, QStringList valid = {}); // without any, those of files

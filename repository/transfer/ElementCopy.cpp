@@ -112,11 +112,16 @@ std::optional<Outcome> ElementCopy::reorder()
     return changeList(array, array.getPath(), texts);
 }
 
+const Backend* ElementCopy::writerOfSource() const
+{
+    return source.isInList ? source.parent->backend
+                           : SubtreeReader(nodes.getTree(), *source.node).getWriter();
+}
+
 // As it is written in a file of the same type.
 bool ElementCopy::writeExcerpt(Backend& backend, bool& losesComments)
 {
-    const Backend* const writer =
-        source.isInList ? source.parent->backend : SubtreeReader(nodes.getTree(), *source.node).getWriter();
+    const Backend* const writer = writerOfSource();
     losesComments = writer && writer->hasComments(from);
     if (!writer || writer->getDescription().type != backend.getDescription().type)
         return false;
@@ -134,6 +139,8 @@ Outcome ElementCopy::insert(bool isMove, TransferReport& report)
         return {};
     if (isMove && losesComments)
         return Refusals::losesComments();
+    if (const Backend* const writer = writerOfSource(); isMove && writer && writer->hasTags(from))
+        return Refusals::losesTags();
     if (losesComments)
         report.setCommentsLeftOut(1);
     if (target.isInList || target.node) {

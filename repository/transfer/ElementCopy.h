@@ -42,6 +42,7 @@ private:
     bool isArray(const Node* node) const;
     Outcome readSource(bool isMove);
     std::optional<Outcome> reorder();
+    const Backend* writerOfSource() const;
     bool writeExcerpt(Backend& backend, bool& losesComments);
     Outcome insert(bool isMove, TransferReport& report);
     Outcome remove();

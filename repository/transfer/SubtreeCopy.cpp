@@ -105,6 +105,8 @@ Outcome SubtreeCopy::changeDocuments(PartWriter& writer, SubtreeRemoval& removal
     }
     const auto excerpt = keepsText ? source.backend->excerpt(from) : std::nullopt;
     bool isWritten = excerpt && writer.writeExcerpt(*excerpt);
+    if (!isWritten && isMove && source.backend && source.backend->hasTags(from))
+        return ofSource(Refusals::losesTags());
     if (!isWritten && author) {
         const auto comments = commentsOf(*author, from);
         const auto leftOut = writer.writeCommented(comments);

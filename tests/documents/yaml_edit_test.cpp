@@ -139,6 +139,8 @@ private slots:
         row("list with number signs", "a: ['#', \"#\"]\n", setTo("a", integer(5)), "a: 5\n");
         row("longer list", "a:\n  - x # one\nb: 1\n", setTo("a", list({"x", "w"})),
             "a:\n  - x # one\n  - w\nb: 1\n");
+        row("longer list of other line ends", "a:\r\n  - x\r\n", setTo("a", list({"x", "w", "v"})),
+            "a:\r\n  - x\r\n  - w\r\n  - v\r\n");
         row("list no more", "a:\n- x\nb: 1\n", setTo("a", integer(5)), "a:\n 5\nb: 1\n");
         row("empty list", "a:\n- x\nb: 1\n", setTo("a", list({})), "a:\n []\nb: 1\n");
         row("after the last", "a:\n  b: 1 # c\n  # in a\n\n# of d\nd: 2\n", add("a.k", integer(5)),
@@ -261,6 +263,8 @@ private slots:
             "? - -\n: 3\nb: 2\n");
         row("below such a key", "? - -\nb: 2\n", drop("b"), "? - -\n");
         row("key that some misread", "a: 1\n", renameTo("a", "on"), "\"on\": 1\n");
+        row("key that is a number", "1: a\n", renameTo("1", "2"), "2: a\n");
+        row("key that is null elsewhere", "on: a\n", renameTo("on", "~"), "\"~\": a\n");
         row("with comments below", "s:\n  p: 1 # c\n  # off: 2\n\n  # end\n# of t\nt: 3\n", copyTo("s", "t2"),
             "s:\n  p: 1 # c\n  # off: 2\n\n  # end\n# of t\nt: 3\nt2:\n  p: 1 # c\n  # off: 2\n\n  # end\n");
         row("element with comments below", "- a: 1\n  # off: 2\n# of b\n- b: 3\n  # end\n", move("0", "1"),
@@ -268,6 +272,20 @@ private slots:
         row(
             "moved with comments below", "a:\n  b:\n    c: 1\n      # end\n  d: 2\n",
             [](Document& document) { return document.removeExcerpt("a.b"); }, "a:\n  d: 2\n");
+        const QByteArray below = "a:\n  b: |\n    x\n  c: 1 # c\n\n    # of c\n\n  # of a\n  d: 2\n";
+        row("comments below", below, drop("a.c"), "a:\n  b: |\n    x\n\n  # of a\n  d: 2\n");
+        row("comments below the last one", "a:\n  b: 1\n    # of b\n  # of a\n# of all\n", drop("a.b"),
+            "a: {}\n  # of a\n# of all\n");
+        row("comments below a document's last one", "a: 1\n # of a\n# of all\n", drop("a"), "{}\n# of all\n");
+        row("comments below empty brackets", "a: {}\n  # k: 1\n# of b\nb: 2\n", drop("a"), "# of b\nb: 2\n");
+        row("comments below an element", "l:\n- a: 1\n  # of 0\n- b: 2\n# of l\n", drop("l.0"),
+            "l:\n- b: 2\n# of l\n");
+        row("comments below the first in an element", "- a: 1\n    # of a\n  # of b\n  b: 2\n", drop("0.a"),
+            "-\n  # of b\n  b: 2\n");
+        row("comments below a text", "l:\n- x\n  # of x\n- y\n  # of y\n", drop("l.1"),
+            "l:\n- x\n  # of x\n");
+        row("comments below texts that a list loses", "l:\n- x\n- y\n  # of y\nb: 1\n",
+            setTo("l", list({"x"})), "l:\n- x\n  # of y\nb: 1\n");
         row("new behind comments", "s:\n  p: 1\n  # off: 2\n", add("t", integer(3)),
             "s:\n  p: 1\n  # off: 2\nt: 3\n");
         row("element to the front", "- a: 1\n# of two\n- b: 2\n  c: 3\n", move("1", "0"),

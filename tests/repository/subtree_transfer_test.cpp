@@ -4,6 +4,7 @@
 
 #include <QDate>
 #include <QFile>
+#include <QTextCodec>
 #include <QTime>
 
 using namespace FrameworkCore::AppConfig;
@@ -218,24 +219,47 @@ private slots:
         QCOMPARE(saved("f"), text);
     }
 
-    // Where comments go does not depend on the bytes of a file's encoding.
-    void carriesIntoEveryEncoding_data()
+    // A file has other bytes than its text: a mark in front of it, or another encoding.
+    void carriesIntoEncodings_data()
     {
-        const auto row = TestSupport::columns<QString, QByteArray, QByteArray>("to", "there", "expected");
-        const QByteArray mark = "\xEF\xBB\xBF";
-        const QByteArray toml = "x = 1 # c\n";
-        row("toml with a byte-order mark", "toml", mark + toml, mark + toml + "\n[n]\nk = 1 # of k\n# end\n");
-        row("yaml with a byte-order mark", "yaml", mark + "x: 1\n",
-            mark + "x: 1\n\"n\":\n  k: 1 # of k\n  # end\n");
+        const auto row =
+            TestSupport::columns<QString, QByteArray, QString, QString>("to", "codec", "there", "expected");
+        const QString mark(QChar(0xFEFF));
+        const QString ini = mark + QStringLiteral("[ä]\nk=ö\n");
+        const QString madeIni = ini + QStringLiteral("\n[new]\n# of k\nk=1 # behind ü\nl=2\n# end\n");
+        const QString yaml = mark + QStringLiteral("ä:\n  k: ö\n");
+        const QString madeYaml =
+            yaml + QStringLiteral("new:\n  # of k\n  k: 1 # behind ü\n  l: 2\n  # end\n");
+        for (const char* codec : {"UTF-8", "UTF-16LE", "UTF-16BE"}) {
+            row(QByteArray("ini, ") + codec, "ini", codec, ini, madeIni);
+            row(QByteArray("yaml, ") + codec, "yaml", codec, yaml, madeYaml);
+        }
+        const QString toml = mark + QStringLiteral("[a]\nk = \"ö\"\n");
+        row("toml, UTF-8", "toml", "UTF-8", toml,
+            toml + QStringLiteral("\n[new]\n# of k\nk = 1 # behind ü\nl = 2\n# end\n"));
+        const QString xml =
+            QStringLiteral("<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\n<r>\n  <ä>ö</ä>\n%1</r>\n");
+        row("xml, ISO-8859-1", "xml", "ISO-8859-1", xml.arg(QString()),
+            xml.arg(QStringLiteral(
+                "  <new>\n    <!-- of k -->\n    <!-- behind ü -->\n    <k>1</k>\n    <l>2</l>\n"
+                "    <!-- end -->\n  </new>\n")));
     }
 
-    void carriesIntoEveryEncoding()
+    void carriesIntoEncodings()
     {
         QFETCH(QString, to);
-        QFETCH(QByteArray, there);
-        QVERIFY(mount(to, "f", there));
-        QCOMPARE(import("f.n", "json", "{\"k\": 1 // of k\n// end\n}\n"), Success);
-        QTEST(saved("f"), "expected");
+        QFETCH(QByteArray, codec);
+        QFETCH(QString, there);
+        QFETCH(QString, expected);
+        const auto encoded = [&](const QString& text) {
+            QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
+            return QTextCodec::codecForName(codec)->fromUnicode(text.constData(), text.size(), &state);
+        };
+        QVERIFY(mount(to, "g", encoded(there)));
+        const QString path = to == QLatin1String("xml") ? QStringLiteral("g.r.new") : QStringLiteral("g.new");
+        const QString from = to == QLatin1String("toml") ? QStringLiteral("ini") : QStringLiteral("toml");
+        QCOMPARE(import(path, from, "# of k\nk = 1 # behind ü\nl = 2\n# end\n"), Success);
+        QCOMPARE(saved("g"), encoded(expected));
     }
 
     // What goes with a document has no place, though all in it has one.
@@ -246,6 +270,36 @@ private slots:
         QVERIFY(mount("toml", "g", {}));
         QVERIFY(!move("f.1", "g.new").ok());
         QCOMPARE(saved("f"), text);
+    }
+
+    // What a tag says is no part of a value.
+    void keepsTags_data()
+    {
+        const auto row =
+            TestSupport::columns<QByteArray, QString, QString, QByteArray>("text", "from", "to", "expected");
+        row("as it is written", "a: !secret x\nb: {c: 1}\n", "f.a", "f.b.new", "b: {c: 1, new: !secret x}\n");
+        row("of a type", "a:\n  k: !!str 5\nb: {c: 1}\n", "f.a", "f.b.new", "b: {c: 1, new: {k: \"5\"}}\n");
+        row("block into brackets", "a: !secret |\n  x\nb: {c: 1}\n", "f.a", "f.b.new", {});
+        row("group into brackets", "a:\n  k: !secret x\nb: {c: 1}\n", "f.a", "f.b.new", {});
+        row("element into brackets", "a:\n- k: !secret x\n- 1\nb: [1]\n", "f.a.0", "f.b.0", {});
+        row("into another format", "a:\n  k: !secret x\n", "f.a", "g.new", {});
+        row("element into another format", "a:\n- !secret x\n- 1\n", "f.a.0", "g.new", {});
+        row("in brackets with an anchor", "a: &x {k: !secret x}\nb:\n  c: 1\n", "f.a", "f.b.new", {});
+    }
+
+    void keepsTags()
+    {
+        QFETCH(QByteArray, text);
+        QFETCH(QString, from);
+        QFETCH(QString, to);
+        QFETCH(QByteArray, expected);
+        QVERIFY(mount("yaml", "f", text));
+        QVERIFY(mount("json", "g", {}));
+        const Outcome outcome = move(from, to);
+        QCOMPARE(outcome.ok(), !expected.isEmpty());
+        QVERIFY2(outcome.ok() || outcome.toText().contains(QLatin1String("tags")),
+                 qPrintable(outcome.toText()));
+        QCOMPARE(saved("f"), expected.isEmpty() ? text : expected);
     }
 
     // Within a format: spelling, comments and layout. What has no place there comes by its values.

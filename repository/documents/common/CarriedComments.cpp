@@ -2,6 +2,7 @@
 
 #include "repository/documents/common/ComponentCodec.h"
 #include "repository/documents/common/Latin1.h"
+#include "repository/documents/common/SpanDecoder.h"
 #include "repository/documents/common/TextLine.h"
 #include "repository/documents/common/TypeTag.h"
 #include "repository/documents/common/WrittenEntries.h"
@@ -98,12 +99,12 @@ std::string utf8(const std::string& text)
     return isUtf8(text) ? text : fromLatin1(text).value_or(std::string());
 }
 
-// Where the comments of a text go, line by line.
+// Where the comments of a file's text go, line by line.
 class CommentWriter
 {
 public:
-    CommentWriter(const Document& document, std::string_view lineEnding)
-        : marks(document.getMarks()), lineEnd(lineEnding)
+    CommentWriter(const Document& document, std::string_view bytes)
+        : marks(document.getMarks()), encoding(document.getEncoding()), lineEnd(lineEndOf(marks.text))
     {
         for (const TextMarks::Begin& begin : marks.begins) {
             first = std::min(first, begin.offset);
@@ -114,7 +115,9 @@ public:
                     break;
             }
         }
-        document.visitSpans([this](const std::string& path, Span span) {
+        SpanDecoder decoder(encoding, bytes);
+        document.visitSpans([&](const std::string& path, Span inFile) {
+            const Span span = decoder.decode(inFile);
             values.emplace(path, span);
             for (std::size_t end = path.rfind('.'); end != std::string::npos && end > 0;
                  end = path.rfind('.', end - 1)) {
@@ -132,7 +135,10 @@ public:
             std::any_of(comment.lines.begin(), comment.lines.end(), [](const std::string& line) {
                 return line.find("--") != std::string::npos || (!line.empty() && line.back() == '-');
             });
-        if (marks.opening.empty() || hasClosing || comment.isInstruction || !isPlain(comment))
+        const bool isRefused =
+            std::any_of(comment.lines.begin(), comment.lines.end(),
+                        [this](const std::string& line) { return !encoding.findRefusal(line).empty(); });
+        if (marks.opening.empty() || hasClosing || isRefused || comment.isInstruction || !isPlain(comment))
             return false;
         if (comment.isAtEnd && comment.path.empty() && comment.last.empty())
             return addAtEndOfFile(comment);
@@ -152,7 +158,7 @@ public:
         return (comment.isBehind && addBehind(comment)) || addAbove(comment, begin->second);
     }
 
-    std::string getText() const
+    std::string getBytes() const
     {
         std::string text;
         std::size_t at = 0;
@@ -160,7 +166,7 @@ public:
             (text += marks.text.substr(at, offset - at)) += piece;
             at = offset;
         }
-        return text += marks.text.substr(at);
+        return encoding.encode(text += marks.text.substr(at));
     }
 
 private:
@@ -254,6 +260,7 @@ private:
     }
 
     const TextMarks marks;
+    const TextEncoding encoding;
     const std::string lineEnd;
     std::size_t first = marks.begins.empty() ? 0 : marks.begins.front().offset; // entry in the text
     std::unordered_map<std::string, std::size_t> begins;
@@ -308,27 +315,13 @@ private:
         const auto before = makeDocument();
         const auto after = makeDocument();
         before->parseAgain(text);
-        if (before->getMarks().text != text && !takeText(*before)) {
-            readings = 0;
-            return false;
-        }
-        CommentWriter writer(*before, lineEndOf(text));
+        CommentWriter writer(*before, text);
         for (const CarriedComment& comment : comments)
             refused += writer.add(comment) ? 0 : 1;
-        std::string changed = writer.getText();
+        std::string changed = writer.getBytes();
         if (!after->parse(changed).ok() || !holdsEntries(*after, {}, entriesOf(*before)))
             return false;
         text = std::move(changed);
-        return true;
-    }
-
-    // Puts the text of a file in the place of its bytes, from which places in it may differ.
-    bool takeText(Document& file)
-    {
-        std::string plain(file.getMarks().text);
-        if (!file.parse(plain).ok() || file.getMarks().text != plain)
-            return false;
-        text = std::move(plain);
         return true;
     }
 

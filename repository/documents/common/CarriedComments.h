@@ -33,8 +33,8 @@ std::vector<CarriedComment> commentsBelow(std::string_view path, std::vector<Car
 // An empty document of some type.
 using DocumentMaker = std::function<std::unique_ptr<Document>()>;
 
-// Puts comments into a file of that type, at the entries of their paths; what was in another encoding is
-// UTF-8 then. Returns how many of them it cannot hold: all in a format without comments.
+// Puts comments into a text of that type, at the entries of their paths. Returns how many of them it cannot
+// hold: all in a format without comments.
 std::size_t addComments(std::string& text, const DocumentMaker& makeDocument,
                         const std::vector<CarriedComment>& comments);
 

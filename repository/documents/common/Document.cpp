@@ -2,6 +2,7 @@
 
 #include "repository/documents/common/ComponentCodec.h"
 #include "repository/documents/common/ExcerptText.h"
+#include "repository/documents/common/TextEncoding.h"
 
 #include <algorithm>
 #include <new>
@@ -37,6 +38,11 @@ std::string Document::comment(std::string_view path) const
 {
     const auto written = excerpt(path);
     return written ? joinComments(written->above, written->after) : std::string();
+}
+
+TextEncoding Document::getEncoding() const
+{
+    return {};
 }
 
 Outcome Document::endRun(std::string&)

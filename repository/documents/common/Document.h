@@ -14,6 +14,8 @@
 
 namespace Repository::Documents {
 
+class TextEncoding;
+
 // The outcome of an operation on a document; a success has no error text.
 struct Outcome
 {
@@ -153,6 +155,9 @@ public:
     // moved by its values, without an excerpt.
     virtual bool hasComments(std::string_view /*path*/) const { return false; }
 
+    // The same of tags at or below it that give a value a meaning of which its type here tells nothing.
+    virtual bool hasTags(std::string_view /*path*/) const { return false; }
+
     // Adds a new entry, or an element of an array before the one that has its index so far, and all below it
     // as they are written elsewhere; for the empty path, an empty document gets nothing else. False, with the
     // document as it was, where they must be inserted one by one. Whether their values are read alike there,
@@ -215,6 +220,9 @@ public:
 
     // Of a text that was parsed, and not edited since.
     virtual TextMarks getMarks() const = 0;
+
+    // What makes the bytes of that text. Without one of its own, they are the same.
+    virtual TextEncoding getEncoding() const;
 
     // The value as the file spells it, for respell of a document of the same format; nothing for an unknown
     // path or a group.

@@ -28,6 +28,7 @@ public:
     std::optional<Span> locate(std::string_view path) const override;
     void visitSpans(const SpanVisitor& visitor) const override { file->visitSpans(visitor); }
     TextMarks getMarks() const override { return file->getMarks(); }
+    TextEncoding getEncoding() const override { return file->getEncoding(); }
     bool hasComments(std::string_view path) const override;
     std::string comment(std::string_view path) const override;
     std::optional<std::string> spell(std::string_view path) const override;

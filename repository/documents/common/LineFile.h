@@ -43,6 +43,7 @@ public:
     void visit(const std::function<void(const Entry&)>& visitor) const;
     void visitSpans(const Document::SpanVisitor& visitor) const;
     TextMarks getMarks() const; // as long as nothing was edited
+    TextEncoding getEncoding() const { return encoding; }
 
     std::string getBytes() const;
     Span locateValue(std::uint32_t piece) const;

@@ -211,6 +211,15 @@ std::size_t TextEncoding::sizeOf(std::string_view text) const
     return size;
 }
 
+std::size_t TextEncoding::textSizeOf(std::string_view bytes) const
+{
+    if (kind == Kind::Utf8 || kind == Kind::Utf8WithByteOrderMark)
+        return bytes.size();
+    if (kind == Kind::Declared)
+        return CharacterSet::toUtf8(characterSet, bytes).text.size();
+    return decodeUtf16(bytes, kind == Kind::Utf16Be).size();
+}
+
 std::string_view TextEncoding::byteOrderMark() const
 {
     switch (kind) {

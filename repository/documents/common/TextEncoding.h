@@ -43,6 +43,8 @@ public:
 
     // How many bytes the piece of text takes in the file, and those that are before the whole text.
     std::size_t sizeOf(std::string_view text) const;
+    // How long the text is that a piece of the file becomes.
+    std::size_t textSizeOf(std::string_view bytes) const;
     std::size_t byteOrderMarkSize() const { return byteOrderMark().size(); }
 
     Kind getKind() const { return kind; }

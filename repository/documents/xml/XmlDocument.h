@@ -36,6 +36,7 @@ public:
     std::optional<Span> locate(std::string_view path) const override;
     void visitSpans(const SpanVisitor& visitor) const override;
     TextMarks getMarks() const override;
+    TextEncoding getEncoding() const override { return file->spelling.encoding; }
     std::optional<std::string> spell(std::string_view path) const override;
     Outcome respell(std::string_view path, std::string_view spelling) override;
 

@@ -43,6 +43,7 @@ public:
     std::optional<Outcome> rename(std::string_view path, std::string_view name) override;
     std::optional<Excerpt> excerpt(std::string_view path) const override;
     bool hasComments(std::string_view path) const override;
+    bool hasTags(std::string_view path) const override;
     bool insertExcerpt(std::string_view path, const Excerpt& excerpt) override;
     Outcome removeExcerpt(std::string_view path) override { return remove(path, true); }
     bool removalMovesSiblings(std::string_view path) const override;
@@ -57,6 +58,7 @@ public:
     std::optional<Span> locate(std::string_view path) const override;
     void visitSpans(const SpanVisitor& visitor) const override;
     TextMarks getMarks() const override;
+    TextEncoding getEncoding() const override { return file->encoding; }
     std::string comment(std::string_view path) const override;
     std::optional<std::string> spell(std::string_view path) const override;
     Outcome respell(std::string_view path, std::string_view spelling) override;

@@ -22,6 +22,10 @@ public:
         std::string text;
     };
 
+    // What goes with an entry: the comment behind it, those below that are indented further than it as well,
+    // or those above, too.
+    enum class Comments { Behind, FurtherIn, All };
+
     explicit YamlEditor(const YamlFile& yamlFile) : file(yamlFile), tree(yamlFile.tree), layout(yamlFile) {}
 
     void replace(std::size_t begin, std::size_t end, std::string text) { edit(begin, end, std::move(text)); }
@@ -53,8 +57,7 @@ public:
     // Makes a value a map that holds it as its own value, and the new member.
     Outcome wrap(NodeId leaf, const YamlBranch& branch);
 
-    // Comments above stay, or go as well.
-    void remove(NodeId id, bool withComments);
+    void remove(NodeId id, Comments comments);
     void removeElements(NodeId sequence, std::size_t from, std::size_t count);
     Outcome moveElement(NodeId sequence, std::size_t from, std::size_t to);
 
@@ -87,10 +90,12 @@ private:
     Outcome wrapList(NodeId list, const YamlBranch& branch);
     Outcome fillEmpty(NodeId root, const std::string& lines);
     void removeFlow(NodeId collection, std::size_t from, std::size_t count, bool withComments);
-    void removeBlock(NodeId id, bool withComments);
-    void removeLines(NodeId id, bool withComments);
-    void removeCompact(NodeId id, bool withComments);
-    void empty(NodeId collection, bool withComments);
+    void removeBlock(NodeId id, Comments comments);
+    std::size_t beginWith(NodeId id, Comments comments) const;
+    std::size_t endWith(NodeId id, Comments comments) const;
+    void removeLines(NodeId id, Comments comments);
+    void removeCompact(NodeId id, Comments comments);
+    void empty(NodeId collection, Comments comments);
     std::string_view text() const { return tree.getOriginal(); }
 
     const YamlFile& file;

@@ -3,6 +3,8 @@
 #include "repository/documents/yaml/YamlDocuments.h"
 #include "repository/documents/yaml/YamlSubtrees.h"
 
+#include <vector>
+
 // The part of a document that gives and takes subtrees as they are written.
 namespace Repository::Documents {
 
@@ -29,6 +31,25 @@ bool YamlDocument::hasComments(std::string_view path) const
         return false;
     return YamlLayout(*file).hasComments(id) ||
            (isOneOfSeveral(id) && YamlDocuments(*file).hasCommentsAround(id));
+}
+
+bool YamlDocument::hasTags(std::string_view path) const
+{
+    const YamlTree& tree = file->tree;
+    std::vector<NodeId> pending;
+    if (const NodeId id = path.empty() ? noNode : file->findElement(path); id != noNode)
+        pending.push_back(id);
+    while (!pending.empty()) {
+        const YamlNode& node = tree.node(pending.back());
+        pending.pop_back();
+        if (node.isAlias || node.isShared)
+            continue;
+        if (node.isTagged)
+            return true;
+        for (NodeId child = node.first; child != noNode; child = tree.node(child).next)
+            pending.push_back(child);
+    }
+    return false;
 }
 
 bool YamlDocument::isOneOfSeveral(NodeId document) const

@@ -12,10 +12,11 @@ namespace {
 using Texts = std::vector<std::string>;
 
 // A file of nothing but the list, where it begins in the same column.
-std::unique_ptr<YamlFile> fileOf(std::string_view spelled, std::size_t column)
+std::unique_ptr<YamlFile> fileOf(std::string_view spelled, std::size_t column,
+                                 std::string_view lineEnd = "\n")
 {
     const std::size_t indentation = spelled[0] == '-' ? column : 0;
-    std::string text = std::string(indentation, ' ').append(spelled).append("\n");
+    std::string text = std::string(indentation, ' ').append(spelled).append(lineEnd);
     auto file = std::make_unique<YamlFile>(std::move(text), TextEncoding());
     const bool isList =
         file->readText(true).ok() && file->tree.node(file->tree.getRoot()).kind == YamlKind::List;
@@ -136,7 +137,7 @@ Outcome editYamlList(YamlEditor& editor, const YamlFile& file, NodeId list, cons
 std::optional<std::string> spellYamlList(const Texts& list, std::string_view former, std::size_t column,
                                          const YamlPlace& place)
 {
-    const auto file = fileOf(former, column);
+    const auto file = fileOf(former, column, place.lineEnd);
     if (!file)
         return {};
     const NodeId root = file->tree.getRoot();

@@ -14,17 +14,17 @@ constexpr auto npos = std::string_view::npos;
 
 } // namespace
 
-void YamlEditor::remove(NodeId id, bool withComments)
+void YamlEditor::remove(NodeId id, Comments comments)
 {
     const NodeId parent = tree.node(id).parent;
     if (tree.node(parent).style == YamlStyle::Stream)
-        YamlDocuments(file).remove(*this, id, withComments);
+        YamlDocuments(file).remove(*this, id, comments == Comments::All);
     else if (tree.node(parent).isFlow())
-        removeFlow(parent, tree.positionOf(id), 1, withComments);
+        removeFlow(parent, tree.positionOf(id), 1, comments == Comments::All);
     else if (tree.node(parent).count == 1)
-        empty(parent, withComments);
+        empty(parent, comments);
     else
-        removeBlock(id, withComments);
+        removeBlock(id, comments);
 }
 
 void YamlEditor::removeElements(NodeId sequence, std::size_t from, std::size_t count)
@@ -39,7 +39,7 @@ void YamlEditor::removeElements(NodeId sequence, std::size_t from, std::size_t c
         return edit(node.value, node.valueEnd, "[]");
     }
     for (std::size_t i = from; i < from + count; ++i)
-        removeBlock(tree.elementAt(sequence, i), false);
+        removeBlock(tree.elementAt(sequence, i), Comments::Behind);
     // A file whose last line had no end gets none.
     const std::size_t tail = from == 0 ? npos : layout.tailOf(tree.elementAt(sequence, from - 1));
     const std::size_t end = layout.tailOf(tree.elementAt(sequence, from + count - 1));
@@ -57,28 +57,37 @@ void YamlEditor::removeFlow(NodeId collection, std::size_t from, std::size_t cou
     take(collection, brackets);
 }
 
-void YamlEditor::removeBlock(NodeId id, bool withComments)
+void YamlEditor::removeBlock(NodeId id, Comments comments)
 {
     place = id;
     if (layout.beginsLine(id))
-        removeLines(id, withComments);
+        removeLines(id, comments);
     else if (tree.node(id).next != noNode)
-        removeCompact(id, withComments);
+        removeCompact(id, comments);
 }
 
-void YamlEditor::removeLines(NodeId id, bool withComments)
+// Where what goes with an entry begins, which has a line of its own, and where that of any ends.
+std::size_t YamlEditor::beginWith(NodeId id, Comments comments) const
 {
-    const std::size_t begin = withComments ? layout.commentsAbove(id) : layout.tagAbove(id);
-    const std::size_t end = withComments ? layout.endWithComments(id) : layout.tailOf(id);
-    edit(begin, skipYamlLine(text(), end), {});
+    return comments == Comments::All ? layout.commentsAbove(id) : layout.tagAbove(id);
+}
+
+std::size_t YamlEditor::endWith(NodeId id, Comments comments) const
+{
+    return comments == Comments::Behind ? layout.tailOf(id) : layout.endWithComments(id);
+}
+
+void YamlEditor::removeLines(NodeId id, Comments comments)
+{
+    edit(beginWith(id, comments), skipYamlLine(text(), endWith(id, comments)), {});
 }
 
 // An entry after the "-" of the element that it is in: the next one comes up to there.
-void YamlEditor::removeCompact(NodeId id, bool withComments)
+void YamlEditor::removeCompact(NodeId id, Comments comments)
 {
     const std::size_t begin = layout.beginOf(id);
     const std::size_t line = findYamlLine(text(), begin);
-    const std::size_t tail = withComments ? layout.endWithComments(id) : layout.tailOf(id);
+    const std::size_t tail = endWith(id, comments);
     edit(layout.tagAbove(id), line, {});
     const std::size_t next = layout.beginOf(tree.node(id).next);
     if (hasYamlComment(text(), tail, next))
@@ -88,24 +97,23 @@ void YamlEditor::removeCompact(NodeId id, bool withComments)
 }
 
 // The last entry goes, and the collection stays.
-void YamlEditor::empty(NodeId collection, bool withComments)
+void YamlEditor::empty(NodeId collection, Comments comments)
 {
     const YamlNode& node = tree.node(collection);
     const NodeId id = node.first;
     const std::string brackets = node.kind == YamlKind::Map ? "{}" : "[]";
-    const std::size_t end = withComments ? layout.endWithComments(id) : layout.tailOf(id);
+    const std::size_t end = endWith(id, comments);
     changed = place = collection;
     if (!layout.beginsLine(id)) {
         edit(layout.tagAbove(id), findYamlLine(text(), layout.beginOf(id)), {});
         edit(layout.beginOf(id), end, brackets);
     } else if (layout.isDocument(collection)) {
-        const std::size_t above = withComments ? layout.commentsAbove(id) : layout.tagAbove(id);
-        edit(above, findYamlLine(text(), layout.beginOf(id)), {});
+        edit(beginWith(id, comments), findYamlLine(text(), layout.beginOf(id)), {});
         edit(layout.beginOf(id), end, brackets);
     } else {
         const std::size_t after = layout.afterIndicator(collection);
         edit(after, after, ' ' + brackets);
-        removeLines(id, withComments);
+        removeLines(id, comments);
     }
 }
 

@@ -257,7 +257,8 @@ std::string spellYamlKey(std::string_view key, std::string_view former, bool inF
         return encodeDouble(key);
     if (quote == '\'')
         return isPrintable(key) ? encodeSingle(key) : encodeDouble(key);
-    const bool mayBeKeyword = !former.empty() && isYamlKeyword(former) && key != "<<" && former != "<<";
+    const bool mayBeKeyword = !former.empty() && isYamlKeyword(former) && key != "<<" && former != "<<" &&
+                              readYamlPlain(key).type == readYamlPlain(former).type;
     const bool isPlain = mayBePlain(key, inFlow) && (mayBeKeyword || !isYamlKeyword(key));
     return isPlain ? std::string(key) : encodeQuoted(key);
 }

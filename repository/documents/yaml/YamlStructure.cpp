@@ -331,7 +331,7 @@ Outcome YamlDocument::remove(std::string_view path, bool withComments)
             Reason::tr("the comments after it have no place where it is to go, and would be lost; copy "
                        "it, and remove it here"));
     YamlEditor editor(*file);
-    editor.remove(id, withComments);
+    editor.remove(id, withComments ? YamlEditor::Comments::All : YamlEditor::Comments::FurtherIn);
     return commit(editor, Kind::Removal, id);
 }
 
