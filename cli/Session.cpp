@@ -401,6 +401,8 @@ void Session::tellLeftOut(const QString& file,
     else if (count > 1)
         Output::message(
             Texts::tr("%1: %2 comments are left out, for which it has no place").arg(file).arg(count));
+    if (report.areTagsLeftOut())
+        Output::message(Texts::tr("%1: tags are left out, for which it has no form").arg(file));
 }
 
 void Session::tell(const Outcome& outcome) const

@@ -849,5 +849,9 @@ Mit --json: je Zeile ein Objekt mit &quot;change&quot; (changed, created oder re
         <source>%1: it is a store, not a file; &apos;vantry import&apos; writes into it</source>
         <translation>%1: das ist ein Store, keine Datei; &apos;vantry import&apos; schreibt hinein</translation>
     </message>
+    <message>
+        <source>%1: tags are left out, for which it has no form</source>
+        <translation>%1: Tags fehlen darin, da es für sie keine Form hat</translation>
+    </message>
 </context>
 </TS>

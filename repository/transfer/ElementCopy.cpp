@@ -139,8 +139,11 @@ Outcome ElementCopy::insert(bool isMove, TransferReport& report)
         return {};
     if (isMove && losesComments)
         return Refusals::losesComments();
-    if (const Backend* const writer = writerOfSource(); isMove && writer && writer->hasTags(from))
-        return Refusals::losesTags();
+    if (const Backend* const writer = writerOfSource(); writer && writer->hasTags(from)) {
+        if (isMove)
+            return Refusals::losesTags();
+        report.setTagsLeftOut();
+    }
     if (losesComments)
         report.setCommentsLeftOut(1);
     if (target.isInList || target.node) {

@@ -105,8 +105,11 @@ Outcome SubtreeCopy::changeDocuments(PartWriter& writer, SubtreeRemoval& removal
     }
     const auto excerpt = keepsText ? source.backend->excerpt(from) : std::nullopt;
     bool isWritten = excerpt && writer.writeExcerpt(*excerpt);
-    if (!isWritten && isMove && source.backend && source.backend->hasTags(from))
-        return ofSource(Refusals::losesTags());
+    if (!isWritten && source.backend && source.backend->hasTags(from)) {
+        if (isMove)
+            return ofSource(Refusals::losesTags());
+        report.setTagsLeftOut();
+    }
     if (!isWritten && author) {
         const auto comments = commentsOf(*author, from);
         const auto leftOut = writer.writeCommented(comments);

@@ -152,8 +152,11 @@ Outcome SubtreeExport::run(QByteArray& text, TransferReport& report)
         text = QByteArray::fromStdString(*same);
         return TransferProgress(report, entries.size()).advance() ? Outcome() : TransferProgress::cancelled();
     }
-    for (const auto& source : sources)
+    for (const auto& source : sources) {
         takeComments(*source);
+        if (source->hasTags(isAtOrBelow(path, source->getName()) ? path : source->getName()))
+            report.setTagsLeftOut();
+    }
     return writeAsRead(entries, text, report);
 }
 

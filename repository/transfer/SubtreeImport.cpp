@@ -48,6 +48,8 @@ Outcome SubtreeImport::run(const QByteArray& text, TransferReport& report) const
         report.setCommentsLeftOut(
             int(Documents::countMissing(comments, former, now) + Documents::countMissing(former, {}, now)));
     }
+    if (outcome.ok() && document->hasTags({}) && !(target && target->hasTags(path)))
+        report.setTagsLeftOut();
     return outcome;
 }
 

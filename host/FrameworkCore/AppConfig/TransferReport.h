@@ -31,12 +31,18 @@ public:
     int getCommentsLeftOut() const { return commentsLeftOut; }
     void setCommentsLeftOut(int count) { commentsLeftOut = count; }
 
+    // Whether what was written lacks tags of the source, as "!secret" in yaml, which give values a meaning of
+    // which their types tell nothing.
+    bool areTagsLeftOut() const { return tagsLeftOut; }
+    void setTagsLeftOut() { tagsLeftOut = true; }
+
 private:
     std::atomic<bool> cancelled{false};
     std::atomic<int> done{0};
     std::atomic<int> total{0};
     bool hasPrivateSource = false;
     int commentsLeftOut = 0;
+    bool tagsLeftOut = false;
 };
 
 } // namespace FrameworkCore::AppConfig::Interfaces

@@ -37,7 +37,7 @@ bool YamlDocument::hasTags(std::string_view path) const
 {
     const YamlTree& tree = file->tree;
     std::vector<NodeId> pending;
-    if (const NodeId id = path.empty() ? noNode : file->findElement(path); id != noNode)
+    if (const NodeId id = path.empty() ? tree.getRoot() : file->findElement(path); id != noNode)
         pending.push_back(id);
     while (!pending.empty()) {
         const YamlNode& node = tree.node(pending.back());
