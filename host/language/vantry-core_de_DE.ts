@@ -1555,6 +1555,10 @@
         <translation>„%1“ hat in dem, was die Datei jetzt enthält, keinen Platz</translation>
     </message>
     <message>
+        <source>&apos;%1&apos; would change with what was edited</source>
+        <translation>„%1“ würde sich mit dem ändern, was bearbeitet wurde</translation>
+    </message>
+    <message>
         <source>there was not enough memory for an edit before; revert the file or open it anew</source>
         <translation>für eine frühere Änderung reichte der Speicher nicht; die Datei zurücksetzen oder neu öffnen</translation>
     </message>

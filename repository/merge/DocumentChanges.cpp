@@ -37,11 +37,19 @@ std::string_view parentOf(std::string_view path)
     return path.substr(0, dot == std::string_view::npos ? 0 : dot);
 }
 
-// Without comments that stayed in the text when the entry they belong to was taken out.
-Documents::Excerpt withoutCommentsOf(const std::string& text, Documents::Excerpt excerpt)
+std::string withoutReturns(std::string text)
 {
+    text.erase(std::remove(text.begin(), text.end(), '\r'), text.end());
+    return text;
+}
+
+// Without comments that stayed in the text, with whatever line ends, when the entry they belong to was taken
+// out.
+Documents::Excerpt withoutCommentsOf(std::string bytes, Documents::Excerpt excerpt)
+{
+    const std::string text = withoutReturns(std::move(bytes));
     const auto isThere = [&text](const std::string& comments) {
-        return !comments.empty() && text.find(comments) != std::string::npos;
+        return !comments.empty() && text.find(withoutReturns(comments)) != std::string::npos;
     };
     if (isThere(excerpt.above))
         excerpt.above.clear();
@@ -67,8 +75,7 @@ class Application
 {
 public:
     Application(const std::vector<DocumentChange>& allChanges, const Document& spellings, Document& document)
-        : changes(allChanges), model(spellings), target(document),
-          present(entriesAt(document, pathsOf(allChanges)))
+        : changes(allChanges), model(spellings), target(document)
     {
     }
 
@@ -102,7 +109,15 @@ private:
         return change.kind == Kind::Removed || (change.kind == Kind::Changed && isGroup(change.after));
     }
 
-    // From the last to the first, so that numbered siblings keep their paths until it is their turn.
+    // A value that becomes a group in its place, which its siblings must not change for that.
+    bool becomesGroup(const DocumentChange& change) const
+    {
+        return change.kind == Kind::Changed && isGroup(change.after) &&
+               target.removalMovesSiblings(change.path) && target.valueAt(change.path);
+    }
+
+    // From the last to the first, so that numbered siblings keep their paths until it is their turn. What
+    // goes as a whole is taken out at once.
     void removeAll()
     {
         PathSet going;
@@ -113,9 +128,13 @@ private:
         if (going.empty())
             return;
         const PathSet kept = leadingToOthers(going);
+        const auto goes = [&](std::string_view path) {
+            return going.count(path) > 0 && kept.count(path) == 0 && target.contains(path) &&
+                   target.originOf(path) != Origin::Copy;
+        };
         for (auto change = changes.rbegin(); change != changes.rend(); ++change) {
-            if (takesOut(*change) && kept.count(change->path) == 0 && target.contains(change->path) &&
-                target.originOf(change->path) != Origin::Copy)
+            if (takesOut(*change) && !becomesGroup(*change) && goes(change->path) &&
+                (change->path.empty() || !goes(parentOf(change->path))))
                 note(*change, target.remove(change->path));
         }
     }
@@ -140,7 +159,7 @@ private:
     {
         PathSet created;
         for (const DocumentChange& change : changes) {
-            if (change.kind == Kind::Created)
+            if (change.kind == Kind::Created || becomesGroup(change))
                 created.insert(change.path);
         }
         std::vector<std::string_view> tops;
@@ -149,27 +168,42 @@ private:
             std::string_view top = change.path;
             while (created.count(parentOf(top)) > 0 && !parentOf(top).empty())
                 top = parentOf(top);
-            if (change.kind != Kind::Created)
+            if (created.count(change.path) == 0)
                 continue;
             if (top == change.path)
                 tops.push_back(top);
             subtrees[top].push_back(&change);
         }
-        if (tops.empty() || !Documents::canTakeExcerpts(tops.size(), target.getBytes().size()))
+        if (tops.empty())
             return;
+        const bool canTakeExcerpts = Documents::canTakeExcerpts(tops.size(), target.getBytes().size());
         for (const std::string_view top : tops) {
-            const auto excerpt = target.contains(top) ? std::nullopt : model.excerpt(top);
             std::vector<Entry> entries;
             for (const DocumentChange* change : subtrees[top])
-                entries.push_back(
-                    {change->path.substr(std::min(change->path.size(), top.size() + 1)), change->after, {}});
-            if (!excerpt ||
-                !Documents::insertAsWritten(target, top, withoutCommentsOf(target.getBytes(), *excerpt),
-                                            std::move(entries)))
+                entries.push_back({change->path.substr(std::min(change->path.size(), top.size() + 1)),
+                                   change->after, model.isArray(change->path)});
+            const DocumentChange& change = *subtrees[top].front();
+            if (change.kind == Kind::Changed)
+                note(change, replace(top, entries));
+            else if (!canTakeExcerpts || !putAsWritten(top, std::move(entries)))
                 continue;
-            for (const DocumentChange* change : subtrees[top])
-                written.insert(change->path);
+            for (const DocumentChange* put : subtrees[top])
+                written.insert(put->path);
         }
+    }
+
+    bool putAsWritten(std::string_view path, std::vector<Entry> entries)
+    {
+        const auto excerpt = target.contains(path) ? std::nullopt : model.excerpt(path);
+        return excerpt &&
+               Documents::insertAsWritten(target, path, withoutCommentsOf(target.getBytes(), *excerpt),
+                                          std::move(entries));
+    }
+
+    Outcome replace(std::string_view path, const std::vector<Entry>& entries)
+    {
+        std::size_t refused = 0;
+        return target.replaceAll(path, entries, refused);
     }
 
     void put(const DocumentChange& change)
@@ -180,16 +214,17 @@ private:
             followOrigin(change, origin);
             return;
         }
-        const auto before = isThere ? present.find(change.path) : present.end();
-        if (isThere &&
-            (isGroup(change.after) || (before != present.end() && isSame(before->second, change.after))))
+        const std::optional<Value> before = target.valueAt(change.path);
+        if (isThere && (isGroup(change.after) || (before && isSame(*before, change.after))))
             return;
-        const bool holdsValue = before != present.end() && !isGroup(before->second);
         Outcome outcome =
-            holdsValue ? target.set(change.path, change.after) : target.insert(change.path, change.after);
-        if (!outcome.ok() && holdsValue && before->second.type != change.after.type && isAlone(change.path) &&
-            target.remove(change.path).ok())
+            before ? target.set(change.path, change.after) : target.insert(change.path, change.after);
+        if (!outcome.ok() && before && before->type != change.after.type && isAlone(change.path) &&
+            !target.hasComments(change.path) && target.remove(change.path).ok())
             outcome = target.insert(change.path, change.after); // with a type tag, which set never adds
+        if (!outcome.ok() && isThere && !before && !change.path.empty() &&
+            leadingToOthers({change.path}).empty())
+            outcome = replace(change.path, {{{}, change.after, {}}}); // an empty group or array
         note(change, outcome);
         // What the spelling adds is looks; without it the value is there all the same.
         const auto spelling = outcome.ok() ? model.spell(change.path) : std::nullopt;
@@ -223,9 +258,8 @@ private:
     const std::vector<DocumentChange>& changes;
     const Document& model;
     Document& target;
-    const EntryMap present; // where there are changes, before the first of them
-    PathSet written;        // what came with all that it is in
-    RefusedChange refusal;  // the first
+    PathSet written;       // what came with all that it is in
+    RefusedChange refusal; // the first
 };
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "repository/merge/DocumentMerge.h"
 
+#include "repository/merge/CommentWatch.h"
 #include "repository/merge/EntryList.h"
 
 #include <algorithm>
@@ -132,6 +133,34 @@ std::vector<DocumentChange> ownChanges(const EntryList& old, const Document& bef
     return changes;
 }
 
+// The paths and all that they lie in.
+PathSet withAncestors(const PathSet& paths)
+{
+    PathSet all;
+    for (const std::string_view path : paths)
+        forEachAncestor(path, [&all](std::string_view ancestor) { return !all.insert(ancestor).second; });
+    return all;
+}
+
+// The first entry that has become another one in a document without being meant; the empty text for none.
+// A value beside which entries were added has become a member of its group.
+std::string unmeantChange(const EntryList& before, const Document& after,
+                          const std::vector<DocumentChange>& meant)
+{
+    const PathSet paths = pathsOf(meant);
+    const PathSet above = withAncestors(paths);
+    for (const DocumentChange& change : compareDocuments(before, after)) {
+        const bool isWrapped =
+            change.kind == Kind::Changed && change.after.type == Type::Group && above.count(change.path) > 0;
+        const bool isWrapper =
+            change.kind == Kind::Created && above.count(change.path.substr(0, change.path.rfind('.'))) > 0;
+        if (!isOfGroups(change) && paths.count(change.path) == 0 && !isWrapped && !isWrapper &&
+            after.originOf(change.path) == Document::Origin::Own)
+            return change.path;
+    }
+    return {};
+}
+
 } // namespace
 
 MergedDocument mergeDocuments(const Document& base, const Document& mine, std::unique_ptr<Document> theirs)
@@ -164,6 +193,12 @@ MergedDocument mergeDocuments(const Document& base, const Document& mine, std::u
             conflicts.insert(change.path);
     }
 
+    CommentWatch comments;
+    comments.watchAdded(myChanges, mine);
+    comments.watchRemoved(myChanges, base, *theirs, withAncestors(theirPaths));
+    const bool canTellAll = conflicts.empty() && !theirs->isLinked({});
+    const std::optional<EntryList> found = canTellAll ? std::optional<EntryList>(*theirs) : std::nullopt;
+
     const RefusedChange refused = applyChanges(myChanges, mine, *theirs);
     if (!refused.reason.empty()) {
         result.refusal =
@@ -173,6 +208,11 @@ MergedDocument mergeDocuments(const Document& base, const Document& mine, std::u
         return result;
     }
     // Nothing of either side may have got lost on the way without a word.
+    const std::string unmeant = found ? unmeantChange(*found, *theirs, myChanges) : std::string();
+    if (!unmeant.empty()) {
+        conflicts.insert(unmeant);
+        result.refusal = Reason::tr("'%1' would change with what was edited", {unmeant});
+    }
     const EntryMap merged = entriesAt(*theirs, changed);
     for (const DocumentChange& change : myChanges) {
         if (!isOfGroups(change) && !isCopy(mine, change.path) && !holds(merged, change) &&
@@ -183,6 +223,8 @@ MergedDocument mergeDocuments(const Document& base, const Document& mine, std::u
         if (!isOfGroups(change) && !isCopy(*theirs, change.path) && !holds(merged, change))
             conflicts.insert(change.path);
     }
+    for (std::string& path : comments.findLost(theirs->getBytes()))
+        conflicts.insert(std::move(path));
     result.conflicts.assign(conflicts.begin(), conflicts.end());
     if (result.refusal.empty())
         result.document = std::move(theirs);

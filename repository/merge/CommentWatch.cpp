@@ -1,0 +1,109 @@
+#include "repository/merge/CommentWatch.h"
+
+#include "repository/documents/common/WrittenEntries.h"
+
+#include <algorithm>
+#include <unordered_set>
+
+namespace Repository {
+
+using Documents::Document;
+using Documents::Excerpt;
+using FrameworkCore::Values::Type;
+using Kind = DocumentChange::Kind;
+
+namespace {
+
+std::string trimmed(std::string_view text)
+{
+    const std::size_t begin = text.find_first_not_of(" \t\r\n");
+    const std::size_t end = text.find_last_not_of(" \t\r\n");
+    return begin == std::string_view::npos ? std::string() : std::string(text.substr(begin, end - begin + 1));
+}
+
+std::vector<std::string> linesOf(std::string_view text)
+{
+    std::vector<std::string> lines;
+    for (std::size_t begin = 0; begin < text.size();) {
+        const std::size_t end = std::min(text.find_first_of("\r\n", begin), text.size());
+        std::string line = trimmed(text.substr(begin, end - begin));
+        if (!line.empty())
+            lines.push_back(std::move(line));
+        begin = end + 1;
+    }
+    return lines;
+}
+
+// With the comment behind it, but without those above, which stay when it goes.
+std::vector<std::string> linesOf(const Excerpt& excerpt)
+{
+    return linesOf(excerpt.text + excerpt.after);
+}
+
+bool isTakenOut(const DocumentChange& change)
+{
+    return change.kind == Kind::Removed ||
+           (change.kind == Kind::Changed &&
+            (change.before.type == Type::Group) != (change.after.type == Type::Group));
+}
+
+} // namespace
+
+void CommentWatch::watchAdded(const std::vector<DocumentChange>& changes, const Document& after)
+{
+    const auto isAdded = [](const DocumentChange& change) { return change.kind == Kind::Created; };
+    const auto count = std::size_t(std::count_if(changes.begin(), changes.end(), isAdded));
+    if (count == 0 || !Documents::canTakeExcerpts(count, after.getBytes().size()))
+        return;
+    for (const DocumentChange& change : changes) {
+        const auto excerpt = isAdded(change) ? after.excerpt(change.path) : std::nullopt;
+        if (excerpt && !(excerpt->above.empty() && excerpt->after.empty()))
+            all.push_back({change.path, linesOf(excerpt->above), trimmed(excerpt->after)});
+    }
+}
+
+void CommentWatch::watchRemoved(const std::vector<DocumentChange>& changes, const Document& base,
+                                const Document& theirs, const PathSet& others)
+{
+    PathSet seen;
+    const auto isSeen = [&seen](std::string_view path) { return seen.count(path) > 0; };
+    const std::size_t size = theirs.getBytes().size();
+    for (const DocumentChange& change : changes) {
+        if (!isTakenOut(change) || others.count(change.path) > 0 || forEachAncestor(change.path, isSeen))
+            continue;
+        if (!Documents::canTakeExcerpts(seen.size() + 1, size))
+            return;
+        seen.insert(change.path);
+        const auto was = base.excerpt(change.path);
+        const auto is = theirs.hasComments(change.path) ? theirs.excerpt(change.path) : std::nullopt;
+        if (!was || !is)
+            continue;
+        const std::vector<std::string> known = linesOf(*was);
+        const std::unordered_set<std::string> old(known.begin(), known.end());
+        std::vector<std::string> lines = linesOf(*is);
+        lines.erase(std::remove_if(lines.begin(), lines.end(),
+                                   [&old](const std::string& line) { return old.count(line) > 0; }),
+                    lines.end());
+        if (!lines.empty())
+            all.push_back({change.path, std::move(lines), {}});
+    }
+}
+
+std::vector<std::string> CommentWatch::findLost(const std::string& text) const
+{
+    std::vector<std::string> lost;
+    if (all.empty())
+        return lost;
+    const std::vector<std::string> lines = linesOf(text);
+    const std::unordered_set<std::string> present(lines.begin(), lines.end());
+    for (const Watched& watched : all) {
+        const bool areThere =
+            std::all_of(watched.lines.begin(), watched.lines.end(),
+                        [&present](const std::string& line) { return present.count(line) > 0; });
+        if (!areThere || text.find(watched.tail) == std::string::npos)
+            lost.push_back(watched.path);
+    }
+    return lost;
+}
+
+} // namespace Repository
