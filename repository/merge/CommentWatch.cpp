@@ -40,11 +40,15 @@ std::vector<std::string> linesOf(const Excerpt& excerpt)
     return linesOf(excerpt.text + excerpt.after);
 }
 
-bool isTakenOut(const DocumentChange& change)
+// Whether comments in an entry may go with the change.
+bool reshapes(const DocumentChange& change)
 {
+    const auto isShaped = [](const FrameworkCore::Values::Value& value) {
+        return value.type == Type::Group || value.type == Type::StringList;
+    };
     return change.kind == Kind::Removed ||
-           (change.kind == Kind::Changed &&
-            (change.before.type == Type::Group) != (change.after.type == Type::Group));
+           (change.kind == Kind::Changed && (isShaped(change.before) || isShaped(change.after)) &&
+            !(change.before.type == Type::Group && change.after.type == Type::Group));
 }
 
 } // namespace
@@ -69,7 +73,7 @@ void CommentWatch::watchRemoved(const std::vector<DocumentChange>& changes, cons
     const auto isSeen = [&seen](std::string_view path) { return seen.count(path) > 0; };
     const std::size_t size = theirs.getBytes().size();
     for (const DocumentChange& change : changes) {
-        if (!isTakenOut(change) || others.count(change.path) > 0 || forEachAncestor(change.path, isSeen))
+        if (!reshapes(change) || others.count(change.path) > 0 || forEachAncestor(change.path, isSeen))
             continue;
         if (!Documents::canTakeExcerpts(seen.size() + 1, size))
             return;

@@ -16,8 +16,8 @@ public:
     // Those of entries that the changes add.
     void watchAdded(const std::vector<DocumentChange>& changes, const Documents::Document& after);
 
-    // Those that are new or others since the base in entries that the changes take out, where nothing else
-    // is: the paths in which there is more are given.
+    // Those that are new or others since the base in entries that the changes take out, or in lists that they
+    // change, where nothing else is new: the paths in which there is more are given.
     void watchRemoved(const std::vector<DocumentChange>& changes, const Documents::Document& base,
                       const Documents::Document& theirs, const PathSet& others);
 

@@ -2,6 +2,7 @@
 
 #include "repository/documents/common/WrittenEntries.h"
 #include "repository/merge/DocumentComparison.h"
+#include "repository/merge/FollowedMoves.h"
 
 #include <algorithm>
 
@@ -74,13 +75,15 @@ Documents::Excerpt withoutCommentsOf(std::string bytes, Documents::Excerpt excer
 class Application
 {
 public:
-    Application(const std::vector<DocumentChange>& allChanges, const Document& spellings, Document& document)
-        : changes(allChanges), model(spellings), target(document)
+    Application(const std::vector<DocumentChange>& allChanges, const Document& before,
+                const Document& spellings, Document& document)
+        : changes(allChanges), former(before), model(spellings), target(document)
     {
     }
 
     RefusedChange run()
     {
+        written = followMoves(changes, former, model, target);
         removeAll();
         putSubtrees();
         // Groups come by themselves with what is in them.
@@ -170,7 +173,7 @@ private:
                 top = parentOf(top);
             if (created.count(change.path) == 0)
                 continue;
-            if (top == change.path)
+            if (top == change.path && written.count(top) == 0)
                 tops.push_back(top);
             subtrees[top].push_back(&change);
         }
@@ -178,18 +181,30 @@ private:
             return;
         const bool canTakeExcerpts = Documents::canTakeExcerpts(tops.size(), target.getBytes().size());
         for (const std::string_view top : tops) {
-            std::vector<Entry> entries;
-            for (const DocumentChange* change : subtrees[top])
-                entries.push_back({change->path.substr(std::min(change->path.size(), top.size() + 1)),
-                                   change->after, model.isArray(change->path)});
+            const std::vector<Entry> entries = relativeTo(top, subtrees[top]);
             const DocumentChange& change = *subtrees[top].front();
             if (change.kind == Kind::Changed)
                 note(change, replace(top, entries));
-            else if (!canTakeExcerpts || !putAsWritten(top, std::move(entries)))
+            else if ((!canTakeExcerpts || !putAsWritten(top, entries)) && !putAsArrays(top, entries))
                 continue;
             for (const DocumentChange* put : subtrees[top])
                 written.insert(put->path);
         }
+    }
+
+    // A group at the top that its entries imply is left out.
+    std::vector<Entry> relativeTo(std::string_view top,
+                                  const std::vector<const DocumentChange*>& subtree) const
+    {
+        std::vector<Entry> entries;
+        for (const DocumentChange* change : subtree) {
+            const auto isArray = model.isArray(change->path);
+            const bool isImplied = change->path == top && subtree.size() > 1 && isGroup(change->after);
+            if (!isImplied || isArray.value_or(false))
+                entries.push_back({change->path.substr(std::min(change->path.size(), top.size() + 1)),
+                                   change->after, isArray});
+        }
+        return entries;
     }
 
     bool putAsWritten(std::string_view path, std::vector<Entry> entries)
@@ -198,6 +213,16 @@ private:
         return excerpt &&
                Documents::insertAsWritten(target, path, withoutCommentsOf(target.getBytes(), *excerpt),
                                           std::move(entries));
+    }
+
+    // What has arrays cannot come one by one, since a group would come instead of each. False for all else.
+    bool putAsArrays(std::string_view path, const std::vector<Entry>& entries)
+    {
+        const auto isArray = [](const Entry& entry) { return entry.isArray.value_or(false); };
+        std::size_t refused = 0;
+        return !target.contains(path) && !model.isLinked({}) &&
+               std::any_of(entries.begin(), entries.end(), isArray) &&
+               target.insertAll(path, entries, refused).ok();
     }
 
     Outcome replace(std::string_view path, const std::vector<Entry>& entries)
@@ -215,21 +240,35 @@ private:
             return;
         }
         const std::optional<Value> before = target.valueAt(change.path);
+        const bool isSpeltHere = before && hasOwnComments(change.path, *before);
         if (isThere && (isGroup(change.after) || (before && isSame(*before, change.after))))
             return;
-        Outcome outcome =
-            before ? target.set(change.path, change.after) : target.insert(change.path, change.after);
+        Outcome outcome = before ? target.set(change.path, change.after)
+                          : isThere && isEmptyGroup(change.path)
+                              ? replace(change.path, {{{}, change.after, {}}})
+                              : target.insert(change.path, change.after);
         if (!outcome.ok() && before && before->type != change.after.type && isAlone(change.path) &&
             !target.hasComments(change.path) && target.remove(change.path).ok())
             outcome = target.insert(change.path, change.after); // with a type tag, which set never adds
-        if (!outcome.ok() && isThere && !before && !change.path.empty() &&
-            leadingToOthers({change.path}).empty())
-            outcome = replace(change.path, {{{}, change.after, {}}}); // an empty group or array
         note(change, outcome);
         // What the spelling adds is looks; without it the value is there all the same.
-        const auto spelling = outcome.ok() ? model.spell(change.path) : std::nullopt;
+        const auto spelling = outcome.ok() && !isSpeltHere ? model.spell(change.path) : std::nullopt;
         if (spelling)
             target.respell(change.path, *spelling);
+    }
+
+    // Whether a value can take the place of a group: in formats with arrays it would become a member of that.
+    bool isEmptyGroup(const std::string& path) const
+    {
+        return !path.empty() && target.isArray(path) && leadingToOthers({path}).empty();
+    }
+
+    // Whether there are comments in a list that are not as they were before.
+    bool hasOwnComments(const std::string& path, const Value& list) const
+    {
+        return list.type == Type::StringList && target.hasComments(path) &&
+               withoutReturns(target.spell(path).value_or(std::string())) !=
+                   withoutReturns(former.spell(path).value_or(std::string()));
     }
 
     // Of what the model only shows: it comes with what it shows, and is not written. Where its group shows
@@ -256,6 +295,7 @@ private:
     }
 
     const std::vector<DocumentChange>& changes;
+    const Document& former;
     const Document& model;
     Document& target;
     PathSet written;       // what came with all that it is in
@@ -314,10 +354,10 @@ bool isWithin(std::string_view path, std::string_view ancestor)
                                 (path.size() == ancestor.size() || path[ancestor.size()] == '.'));
 }
 
-RefusedChange applyChanges(const std::vector<DocumentChange>& changes, const Document& model,
-                           Document& target)
+RefusedChange applyChanges(const std::vector<DocumentChange>& changes, const Document& before,
+                           const Document& model, Document& target)
 {
-    return Application(changes, model, target).run();
+    return Application(changes, before, model, target).run();
 }
 
 } // namespace Repository

@@ -77,10 +77,11 @@ struct RefusedChange
 };
 
 // Makes the changes in a document that holds what they lead from, or nearly so: an entry that is there
-// already is set, one that is missing is inserted, a group is only taken out when nothing is left in it.
+// already is set, one that is missing is inserted, a group is only taken out when nothing is left in it, and
+// what was renamed or moved as it is takes along what is written in it here.
 // Values are spelt as in the model, a document of the same type, where it has them. After a refusal the
 // document may hold a part of the changes.
-RefusedChange applyChanges(const std::vector<DocumentChange>& changes, const Documents::Document& model,
-                           Documents::Document& target);
+RefusedChange applyChanges(const std::vector<DocumentChange>& changes, const Documents::Document& before,
+                           const Documents::Document& model, Documents::Document& target);
 
 } // namespace Repository

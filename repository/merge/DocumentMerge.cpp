@@ -199,7 +199,7 @@ MergedDocument mergeDocuments(const Document& base, const Document& mine, std::u
     const bool canTellAll = conflicts.empty() && !theirs->isLinked({});
     const std::optional<EntryList> found = canTellAll ? std::optional<EntryList>(*theirs) : std::nullopt;
 
-    const RefusedChange refused = applyChanges(myChanges, mine, *theirs);
+    const RefusedChange refused = applyChanges(myChanges, base, mine, *theirs);
     if (!refused.reason.empty()) {
         result.refusal =
             Reason::tr("'%1' has no place in what the file holds now: %2", {refused.path, refused.reason});

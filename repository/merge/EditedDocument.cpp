@@ -321,7 +321,7 @@ EditedDocument::Taken EditedDocument::takeEntries(const Document& from, const Do
         return {nullptr, {}, true};
     changes.erase(others, changes.end());
     std::unique_ptr<Document> taken = parsed(from.getBytes());
-    const RefusedChange refused = applyChanges(changes, model, *taken);
+    const RefusedChange refused = applyChanges(changes, from, model, *taken);
     if (!refused.reason.empty())
         return {nullptr, "'" + refused.path + "': " + refused.reason, false};
     for (const DocumentChange& left : withoutImpliedGroups(compareDocuments(*taken, model))) {

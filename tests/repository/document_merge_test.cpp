@@ -191,6 +191,34 @@ private slots:
             "x = 2\n", "x = 2\n# why\ny = [0x0F, 2] # in\n\n# of t\n[[t]]\nz = 1_0\n");
         row("a comment that stayed", "ini", "[a]\n; why\nx = 1\n[b]\n", "[a]\n[b]\n; why\ny = 1.50\n",
             "[a]\n; why\nx = 1\n[b]\nk=1\n", "[a]\n; why\n[b]\nk=1\ny = 1.50\n");
+        row("a renamed entry", "toml", "# c\na = 1\nb = 2\n", "# c\nz = 1\nb = 2\n",
+            "# c\r\n# d\r\na = 1 # e\r\nb = 2\r\n", "# c\r\n# d\r\nz = 1 # e\r\nb = 2\r\n");
+        row("a renamed table", "toml", "[a]\nx = 1\n[b]\ny = 1\n", "[z]\nx = 1\n[b]\ny = 1\n",
+            "[a]\n# why\nx = 1\n[b]\ny = 1\n", "[z]\n# why\nx = 1\n[b]\ny = 1\n");
+        row("a renamed map", "yaml", "a:\n  x: 1\nb: 1\n", "z:\n  x: 1\nb: 1\n",
+            "a:\n  # why\n  x: 1\nb: 3\n", "z:\n  # why\n  x: 1\nb: 3\n");
+        row("a moved entry", "yaml", "a:\n  w: 0\n  x: 1\nb:\n  y: 2\n", "a:\n  w: 0\nb:\n  y: 2\n  x: 1\n",
+            "a:\n  w: 0\n  # why\n  x: 1 # in\nb:\n  y: 2\n",
+            "a:\n  w: 0\nb:\n  y: 2\n  # why\n  x: 1 # in\n");
+        row("a moved section", "ini", "[a]\nx=1\n[b]\ny=1\n", "[b]\ny=1\n[c]\nx=1\n",
+            "[a]\n; why\nx=1\n[b]\ny=1\n", "[c]\n; why\nx=1\n[b]\ny=1\n");
+        row("a renamed root", "xml", "<r>\n  <k>1</k>\n</r>\n", "<s>\n  <k>1</k>\n</s>\n",
+            "<r>\n  <!-- why -->\n  <k>1</k>\n</r>\n", "<s>\n  <!-- why -->\n  <k>1</k>\n</s>\n");
+        row("an element at another place", "json", "[\"a\", {\"x\": 1}, 5]\n", "[{\"x\": 1}, \"a\", 5]\n",
+            "[\"a\", {\"x\": 1}, 5] // c\n", "[{\"x\": 1}, \"a\", 5] // c\n");
+        row("a list that they commented, json", "json", "{\"l\": [\n  \"a\",\n  \"b\"\n]}\n",
+            "{\"l\": [\n  \"a\",\n  \"c\"\n]}\n", "{\"l\": [\n  // why\n  \"a\",\n  \"b\"\n]}\n",
+            "{\"l\": [\n  // why\n  \"a\",\n  \"c\"\n]}\n");
+        row("a list that they commented, toml", "toml", "l = [\n  \"a\",\n  \"b\",\n]\n",
+            "l = [\n  \"a\",\n  \"c\",\n]\n", "l = [\n  \"a\", # why\n  \"b\",\n]\n",
+            "l = [\n  \"a\", # why\n  \"c\",\n]\n");
+        row("a list that they commented, yaml", "yaml", "l:\n- a\n- b\n", "l:\n- a\n- c\n",
+            "l:\n# why\n- a\n- b\n", "l:\n# why\n- a\n- c\n");
+        row("a list that I commented", "toml", "l = [\n  \"a\",\n  \"b\",\n]\n",
+            "l = [\n  \"a\", # why\n  \"c\",\n]\n", "# up\nl = [\n  \"a\",\n  \"b\",\n]\n",
+            "# up\nl = [\n  \"a\", # why\n  \"c\",\n]\n");
+        row("the only element goes", "yaml", "l:\n- x: 1\nk: 1\n", "l: []\nk: 1\n", "l:\n- x: 1\nk: 2\n",
+            "l: []\nk: 2\n");
     }
 
     void mergesWhatIsWritten()
@@ -204,6 +232,77 @@ private slots:
         QVERIFY(edited.replaceText(mine.toStdString()).ok());
         QCOMPARE(merge(edited, theirs.toStdString()), QByteArray());
         QTEST(QByteArray::fromStdString(edited.getText()), "merged");
+    }
+
+    // What was written as a comment is in the result, or in a conflict.
+    void tellsOfLostComments_data()
+    {
+        const auto row = TestSupport::columns<QByteArray, QByteArray, QByteArray, QByteArray, Texts>(
+            "type", "base", "mine", "theirs", "conflicts");
+        const Texts none;
+        row("mine, a table is inline there", "toml", "[p]\nx = 1\n", "[p]\nx = 1\n# why\nn = 3\n",
+            "p = {x = 1}\n", Texts{QStringLiteral("p.n")});
+        row("mine, a map is in brackets there", "yaml", "p:\n  x: 1\n", "p:\n  x: 1\n  n: 3 # why\n",
+            "p: {x: 1}\n", Texts{QStringLiteral("p.n")});
+        row("theirs in what goes here, toml", "toml", "[a]\nx = 1\n[b]\ny = 1\n", "[b]\ny = 1\n",
+            "[a]\n# keep\nx = 1\n[b]\ny = 1\n", Texts{QStringLiteral("a")});
+        row("theirs in what goes here, yaml", "yaml", "a:\n  x: 1\nb: 1\n", "b: 1\n",
+            "a:\n  # keep\n  x: 1\nb: 1\n", Texts{QStringLiteral("a")});
+        row("theirs in what goes here, ini", "ini", "[a]\nx=1\n[b]\ny=1\n", "[b]\ny=1\n",
+            "[a]\n; keep\nx=1\n[b]\ny=1\n", Texts{QStringLiteral("a")});
+        row("theirs in what goes here, json", "json", "{\"a\": {\"x\": 1}, \"b\": 1}\n", "{\"b\": 1}\n",
+            "{\"a\": {\"x\": 1 /* keep */}, \"b\": 1}\n", Texts{QStringLiteral("a")});
+        row("theirs behind what goes here", "yaml", "a: 1\nb: 1\n", "b: 1\n", "a: 1 # keep\nb: 1\n",
+            Texts{QStringLiteral("a")});
+        row("theirs above what goes here stays", "yaml", "a: 1\nb: 1\n", "b: 1\n", "# up\na: 1\nb: 1\n",
+            none);
+        row("known ones that go", "yaml", "a: 1 # c\nb: 1\n", "b: 1\n", "a: 1 # c\nb: 2\n", none);
+    }
+
+    void tellsOfLostComments()
+    {
+        QFETCH(QByteArray, type);
+        QFETCH(QByteArray, base);
+        QFETCH(QByteArray, mine);
+        QFETCH(QByteArray, theirs);
+        EditedDocument edited(type.toStdString());
+        QVERIFY(edited.load(base.toStdString()).ok());
+        QVERIFY(edited.replaceText(mine.toStdString()).ok());
+        QCOMPARE(merge(edited, theirs.toStdString()), QByteArray());
+        QTEST(conflictsOf(edited), "conflicts");
+    }
+
+    // A list with comments does not become another value by way of being taken out.
+    void refusesToLoseCommentsOfAList()
+    {
+        EditedDocument edited("toml");
+        QVERIFY(edited.load("l = [\n  \"a\",\n]\n").ok());
+        QVERIFY(edited.replaceText("l = true\n").ok());
+        QVERIFY(merge(edited, "l = [ # why\n  \"a\",\n]\n").contains("comments"));
+        QCOMPARE(QByteArray::fromStdString(edited.getText()), QByteArray("l = true\n"));
+    }
+
+    // A part of a new array is one, too.
+    void savesAPartOfAnArray_data()
+    {
+        const auto row = TestSupport::columns<QByteArray, QByteArray, QByteArray, QByteArray>("type", "base",
+                                                                                              "mine", "part");
+        row("yaml", "yaml", "k: 1\n", "k: 2\nl:\n- x: 1\n  y: 2\n", "k: 1\nl:\n  - x: 1\n");
+        row("toml", "toml", "k = 1\n", "k = 2\n\n[[l]]\nx = 1\ny = 2\n", "k = 1\n\n[[l]]\nx = 1\n");
+        row("json", "json", "{\n  \"k\": 1\n}\n", "{\n  \"k\": 2,\n  \"l\": [{\"x\": 1, \"y\": 2}]\n}\n",
+            "{\n  \"k\": 1,\n  \"l\": [\n    {\n      \"x\": 1\n    }\n  ]\n}\n");
+    }
+
+    void savesAPartOfAnArray()
+    {
+        QFETCH(QByteArray, type);
+        QFETCH(QByteArray, base);
+        QFETCH(QByteArray, mine);
+        EditedDocument edited(type.toStdString());
+        QVERIFY(edited.load(base.toStdString()).ok());
+        QVERIFY(edited.replaceText(mine.toStdString()).ok());
+        std::string reason;
+        QTEST(QByteArray::fromStdString(edited.baseWith({"l.0.x"}, reason).value_or(reason)), "part");
     }
 
     void revertsToTheSpelling()

@@ -61,8 +61,10 @@ Outcome Document::replaceAll(std::string_view path, const std::vector<Entry>& en
     std::string before = getBytes();
     refused = 0;
     Outcome outcome = remove(path);
-    if (outcome.ok())
-        outcome = insertAll(path, entries, refused);
+    if (outcome.ok()) {
+        const auto element = insertElement(path, entries); // elements behind it have moved up
+        outcome = element ? *element : insertAll(path, entries, refused);
+    }
     if (!outcome.ok())
         parseAgain(std::move(before));
     return outcome;
