@@ -1555,6 +1555,10 @@
         <translation>„%1“ hat in dem, was die Datei jetzt enthält, keinen Platz</translation>
     </message>
     <message>
+        <source>the comment %1 has no place in what the file holds now</source>
+        <translation>der Kommentar %1 hat in dem, was die Datei jetzt enthält, keinen Platz</translation>
+    </message>
+    <message>
         <source>&apos;%1&apos; would change with what was edited</source>
         <translation>„%1“ würde sich mit dem ändern, was bearbeitet wurde</translation>
     </message>

@@ -1,5 +1,6 @@
 #include "repository/merge/CommentWatch.h"
 
+#include "repository/documents/common/TypeTag.h"
 #include "repository/documents/common/WrittenEntries.h"
 
 #include <algorithm>
@@ -108,6 +109,38 @@ std::vector<std::string> CommentWatch::findLost(const std::string& text) const
             lost.push_back(watched.path);
     }
     return lost;
+}
+
+CommentCounts countComments(const Document& document)
+{
+    CommentCounts counts;
+    for (const auto& comment : document.getMarks().comments) {
+        const bool isInstruction = comment.text.rfind("<?", 0) == 0;
+        for (std::string& line : isInstruction ? std::vector<std::string>() : linesOf(comment.text)) {
+            if (!Documents::readTypeTag(line))
+                ++counts[std::move(line)];
+        }
+    }
+    return counts;
+}
+
+std::string findLostComment(const CommentCounts& base, const CommentCounts& mine, const CommentCounts& theirs,
+                            const CommentCounts& merged)
+{
+    const auto in = [](const CommentCounts& counts, const std::string& line) {
+        const auto found = counts.find(line);
+        return found == counts.end() ? 0 : found->second;
+    };
+    for (const CommentCounts* const side : {&theirs, &mine}) {
+        for (const auto& [line, count] : *side) {
+            const int change = in(mine, line) - in(base, line);
+            const int left =
+                change > 0 ? std::max(in(mine, line), in(theirs, line)) : in(theirs, line) + change;
+            if (in(merged, line) < left)
+                return line;
+        }
+    }
+    return {};
 }
 
 } // namespace Repository

@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace Repository {
@@ -33,5 +34,13 @@ private:
 
     std::vector<Watched> all;
 };
+
+// How often each line of a comment is in a document that was not edited since it was parsed, without tags.
+using CommentCounts = std::unordered_map<std::string, int>;
+CommentCounts countComments(const Documents::Document& document);
+
+// A line of a comment of either side that a merged document lacks, though nobody took it out; empty for none.
+std::string findLostComment(const CommentCounts& base, const CommentCounts& mine, const CommentCounts& theirs,
+                            const CommentCounts& merged);
 
 } // namespace Repository

@@ -219,6 +219,10 @@ MergedDocument mergeDocuments(const Document& base, const Document& mine, std::u
             conflicts.insert(change.path).second)
             result.refusal = Reason::tr("'%1' has no place in what the file holds now", {change.path});
     }
+    for (const DocumentChange& change : withoutImpliedGroups(myChanges)) {
+        if (isOfGroups(change) && change.kind == Kind::Created && !holds(merged, change))
+            conflicts.insert(change.path);
+    }
     for (const DocumentChange& change : theirChanges) {
         if (!isOfGroups(change) && !isCopy(*theirs, change.path) && !holds(merged, change))
             conflicts.insert(change.path);

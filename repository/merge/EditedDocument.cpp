@@ -1,6 +1,7 @@
 #include "repository/merge/EditedDocument.h"
 
 #include "repository/documents/Formats.h"
+#include "repository/merge/CommentWatch.h"
 #include "repository/merge/DocumentMerge.h"
 
 #include <algorithm>
@@ -225,6 +226,7 @@ std::string EditedDocument::merge(std::unique_ptr<Document> theirs, std::string 
     }
     const std::unique_ptr<Document> former = parsed(base.get());
     EntryMap found = entriesAt(*theirs, conflictPaths());
+    const CommentCounts theirComments = countComments(*theirs);
     MergedDocument merged = mergeDocuments(*former, presentDocument(), std::move(theirs));
     found.merge(merged.theirs);
     const EntryMap old = entriesAt(*former, PathSet(merged.conflicts.begin(), merged.conflicts.end()));
@@ -232,6 +234,13 @@ std::string EditedDocument::merge(std::unique_ptr<Document> theirs, std::string 
         const std::optional<Value> was = valueIn(old, path);
         const bool mayEnd = !isSameOrNone(was, valueIn(found, path));
         conflicts.insert({path, {was, was, mayEnd}}).first->second.isSettled = false;
+    }
+    if (merged.document && !hasOpen(merged.conflicts, found)) {
+        const std::string lost =
+            findLostComment(countComments(*former), countComments(*parsed(getText())), theirComments,
+                            countComments(*parsed(merged.document->getBytes())));
+        if (!lost.empty())
+            return Reason::tr("the comment %1 has no place in what the file holds now", {lost});
     }
     if (!merged.document)
         return merged.refusal;
@@ -246,6 +255,14 @@ std::string EditedDocument::merge(std::unique_ptr<Document> theirs, std::string 
     ++revision;
     setBase(std::move(text));
     return {};
+}
+
+bool EditedDocument::hasOpen(const std::vector<std::string>& paths, const EntryMap& theirs) const
+{
+    const EntryMap mine = entriesAt(presentDocument(), PathSet(paths.begin(), paths.end()));
+    return std::any_of(paths.begin(), paths.end(), [&](const std::string& path) {
+        return !isSameOrNone(valueIn(mine, path), valueIn(theirs, path));
+    });
 }
 
 PathSet EditedDocument::conflictPaths() const

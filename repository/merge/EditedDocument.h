@@ -120,6 +120,7 @@ private:
     void begin(std::unique_ptr<Documents::Document> fresh, std::string text);
     void setBase(std::string text);
     PathSet conflictPaths() const;
+    bool hasOpen(const std::vector<std::string>& paths, const EntryMap& theirs) const;
     bool isOpen(const Conflict& conflict, bool isSettled) const;
     std::unique_ptr<Documents::Document> parsed(const std::string& text) const;
     Documents::Document& presentDocument() const;

@@ -272,6 +272,32 @@ private slots:
         QTEST(conflictsOf(edited), "conflicts");
     }
 
+    // Comments that belong to no entry that is in conflict make a merge refused.
+    void refusesToLoseComments_data()
+    {
+        const auto row = TestSupport::columns<QByteArray, QByteArray, QByteArray, QByteArray, QByteArray>(
+            "type", "base", "mine", "theirs", "comment");
+        row("both added the same", "toml", "[a]\nx = 1\n", "[a]\nx = 1\n# mine\nn = 3\n",
+            "[a]\nx = 1\n# theirs\nn = 3\n", "# mine");
+        row("in an element that moved up here", "yaml", "l:\n- d: 1\n- d: 2\n  # c\n", "l:\n- d: 2\n  # c\n",
+            "l:\n- d: 1\n- d: 2\n  # c\nk: 1\n", "# c");
+    }
+
+    void refusesToLoseComments()
+    {
+        QFETCH(QByteArray, type);
+        QFETCH(QByteArray, base);
+        QFETCH(QByteArray, mine);
+        QFETCH(QByteArray, theirs);
+        QFETCH(QByteArray, comment);
+        EditedDocument edited(type.toStdString());
+        QVERIFY(edited.load(base.toStdString()).ok());
+        QVERIFY(edited.replaceText(mine.toStdString()).ok());
+        const QByteArray refusal = merge(edited, theirs.toStdString());
+        QVERIFY2(refusal.contains("the comment " + comment + " has no place"), refusal.constData());
+        QCOMPARE(QByteArray::fromStdString(edited.getText()), mine);
+    }
+
     // A list with comments does not become another value by way of being taken out.
     void refusesToLoseCommentsOfAList()
     {
