@@ -240,7 +240,7 @@ private:
             return;
         }
         const std::optional<Value> before = target.valueAt(change.path);
-        const bool isSpeltHere = before && hasOwnComments(change.path, *before);
+        const bool isSpeltHere = before && hasOwnComments(change.path);
         if (isThere && (isGroup(change.after) || (before && isSame(*before, change.after))))
             return;
         Outcome outcome = before ? target.set(change.path, change.after)
@@ -263,12 +263,12 @@ private:
         return !path.empty() && target.isArray(path) && leadingToOthers({path}).empty();
     }
 
-    // Whether there are comments in a list that are not as they were before.
-    bool hasOwnComments(const std::string& path, const Value& list) const
+    // Whether there are comments in a value or behind it that were not there before.
+    bool hasOwnComments(const std::string& path) const
     {
-        return list.type == Type::StringList && target.hasComments(path) &&
-               withoutReturns(target.spell(path).value_or(std::string())) !=
-                   withoutReturns(former.spell(path).value_or(std::string()));
+        return withoutReturns(target.spell(path).value_or(std::string())) !=
+                   withoutReturns(former.spell(path).value_or(std::string())) &&
+               target.hasComments(path);
     }
 
     // Of what the model only shows: it comes with what it shows, and is not written. Where its group shows

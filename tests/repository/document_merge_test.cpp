@@ -214,6 +214,8 @@ private slots:
             "l = [\n  \"a\", # why\n  \"c\",\n]\n");
         row("a list that they commented, yaml", "yaml", "l:\n- a\n- b\n", "l:\n- a\n- c\n",
             "l:\n# why\n- a\n- b\n", "l:\n# why\n- a\n- c\n");
+        row("a value that they commented", "ini", "[a]\nx=1\n", "[a]\nx=2\n", "[a]\nx=1 ; why\n",
+            "[a]\nx=2 ; why\n");
         row("a list that I commented", "toml", "l = [\n  \"a\",\n  \"b\",\n]\n",
             "l = [\n  \"a\", # why\n  \"c\",\n]\n", "# up\nl = [\n  \"a\",\n  \"b\",\n]\n",
             "# up\nl = [\n  \"a\", # why\n  \"c\",\n]\n");
