@@ -80,10 +80,13 @@ bool YamlGuard::isSameContent(NodeId before, NodeId after) const
            (!old.isBlockScalar() || Documents::isSame(former.read(before), edited.read(after)));
 }
 
-// Of aliases, whose targets are compared by themselves.
+// Of aliases, whose targets are compared by themselves: an anchor of the same name may have come in between.
 bool YamlGuard::showsSame(NodeId before, NodeId after) const
 {
     const YamlTree::Origin origin = former.tree.originOf(before);
+    const auto target = counterparts.find(origin.node);
+    if (!origin.isKey && target != counterparts.end() && edited.tree.originOf(after).node != target->second)
+        return false;
     const bool isValue = origin.node != noNode && origin.node != changed && !origin.isKey &&
                          former.tree.node(before).isLeaf() && edited.tree.node(after).isLeaf();
     return !isValue || Documents::isSame(former.read(before), edited.read(after));
@@ -127,7 +130,7 @@ bool YamlGuard::goes(NodeId id) const
     return true;
 }
 
-std::string YamlGuard::findFault() const
+std::string YamlGuard::findFault()
 {
     if (removable != noNode && !Cursor{former, removed, removable, noNode}.isHidden())
         return Reason::tr("YAML would still read it there");
@@ -145,6 +148,8 @@ std::string YamlGuard::findFault() const
         if (!isPair || !isSame(before.id, after.id))
             return Reason::tr("with it, YAML would read other entries differently, from %1 on",
                               {nameOf(before.id)});
+        if (former.tree.node(before.id).isUsed)
+            counterparts[before.id] = after.id;
         const bool goesIn = before.id != changed;
         before.advance(goesIn);
         after.advance(goesIn);
