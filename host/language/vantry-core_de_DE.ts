@@ -2058,6 +2058,14 @@
         <translation>die Tags haben am Ziel keine Form und gingen verloren</translation>
     </message>
     <message>
+        <source>it only names what is merged into its group</source>
+        <translation>es nennt nur, was in seine Gruppe übernommen wird</translation>
+    </message>
+    <message>
+        <source>copy the entries that it brings there</source>
+        <translation>die Einträge kopieren, die dadurch dort stehen</translation>
+    </message>
+    <message>
         <source>copy it, and remove it here</source>
         <translation>es kopieren und hier entfernen</translation>
     </message>
