@@ -507,8 +507,8 @@
         <translation>es gibt schon einen solchen Abschnitt</translation>
     </message>
     <message>
-        <source>%1 is not how a key is written in a path</source>
-        <translation>so wie %1 wird in einem Pfad kein Schlüssel geschrieben</translation>
+        <source>%1 is not how a key is written in a path; write %2</source>
+        <translation>so wie %1 wird in einem Pfad kein Schlüssel geschrieben; schreiben Sie %2</translation>
     </message>
     <message>
         <source>the entry would be read as part of the one above it</source>

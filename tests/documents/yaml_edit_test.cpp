@@ -330,6 +330,7 @@ private slots:
             "no comment can tag");
         row("all texts", "a: [1, x]\n", setTo("a.0", text("y")), "one value");
         row("twice", "a: 1\n", add("a[2]", integer(1)), "which YAML forbids");
+        row("long key in quotes", "a: 1\n", renameTo("a", std::string(1023, 'k') + ':'), "longer than 1024");
         row("long key", "a: 1\n", add(std::string(1025, 'k'), integer(1)), "longer than 1024");
         row("there", "a: 1\nb: 2\n", renameTo("a", "b"), "already an entry");
         row("complex key", "? [a]\n: 1\n", renameTo("[a]", "b"), "keeps its name");
