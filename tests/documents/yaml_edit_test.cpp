@@ -264,6 +264,9 @@ private slots:
         row("below such a key", "? - -\nb: 2\n", drop("b"), "? - -\n");
         row("key that some misread", "a: 1\n", renameTo("a", "on"), "\"on\": 1\n");
         row("key that is a number", "1: a\n", renameTo("1", "2"), "2: a\n");
+        row("key that is a date elsewhere", "1:30: a\n", renameTo("1:30", "yes"), "\"yes\": a\n");
+        row("key with a leading dot", ".a: a\n", renameTo("%2Ea", "yes"), "\"yes\": a\n");
+        row("key with a new leading dot", "a: a\n", renameTo("a", "%2Eb"), ".b: a\n");
         row("key that is null elsewhere", "on: a\n", renameTo("on", "~"), "\"~\": a\n");
         row("with comments below", "s:\n  p: 1 # c\n  # off: 2\n\n  # end\n# of t\nt: 3\n", copyTo("s", "t2"),
             "s:\n  p: 1 # c\n  # off: 2\n\n  # end\n# of t\nt: 3\nt2:\n  p: 1 # c\n  # off: 2\n\n  # end\n");
