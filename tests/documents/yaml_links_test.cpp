@@ -124,6 +124,7 @@ private slots:
         const auto row = TestSupport::columns<QByteArray, QByteArray, QByteArray>("yaml", "from", "to");
         row("an alias across a new anchor", "- &x {p: 1}\n- &x {p: 2}\n- *x\n", "2", "1");
         row("of a map across one of a text", "- &x {p: 1}\n- [&x a, 1]\n- *x\n", "2", "1");
+        row("a merge across a new anchor", "- &x {p: 1}\n- &x {p: 2}\n- q: 1\n  <<: *x\n", "2", "1");
         row("an anchor across an alias", "- &x {p: 1}\n- *x\n- &x {p: 2}\n", "2", "1");
     }
 

@@ -156,6 +156,28 @@ std::string YamlGuard::findFault()
     }
 }
 
+// Whether a merge names an anchor that is given several times, so that elsewhere it may be another one.
+bool YamlGuard::mayMergeOther(NodeId id) const
+{
+    constexpr std::string_view ends = " \t\r\n,[]{}";
+    const std::string_view text = former.tree.getOriginal();
+    const bool isMerge = former.tree.node(id).kind == YamlKind::Merge;
+    const std::string_view spelled = isMerge ? former.tree.readValueText(id) : std::string_view();
+    for (std::size_t at = spelled.find('*'); at < spelled.size(); at = spelled.find('*', at + 1)) {
+        const std::string_view name = spelled.substr(at + 1, spelled.find_first_of(ends, at) - at - 1);
+        const std::string anchor = '&' + std::string(name);
+        int count = 0;
+        for (std::size_t found = text.find(anchor); found < text.size();
+             found = text.find(anchor, found + 1)) {
+            const std::size_t end = found + anchor.size();
+            count += end == text.size() || ends.find(text[end]) < ends.size() ? 1 : 0;
+        }
+        if (count > 1)
+            return true;
+    }
+    return false;
+}
+
 bool YamlGuard::keepsMoved() const
 {
     const auto collect = [](Cursor cursor) {
@@ -176,8 +198,9 @@ bool YamlGuard::keepsMoved() const
         return groups;
     };
     const auto isSameGroup = [this](const std::vector<NodeId>& a, const std::vector<NodeId>& b) {
-        return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                          [this](NodeId before, NodeId after) { return isSame(before, after); });
+        return std::equal(a.begin(), a.end(), b.begin(), b.end(), [this](NodeId before, NodeId after) {
+            return isSame(before, after) && !mayMergeOther(before);
+        });
     };
     auto before = collect(atFormer());
     const auto after = collect(atEdited());
