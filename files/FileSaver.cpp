@@ -72,10 +72,11 @@ private:
             error = original->readAll(found);
         if (!error.empty())
             return error;
-        isUpToDate = found == *bytes;
+        const FileDigest now = FileDigest::of(found);
+        isUpToDate = now == digestOfBytes();
         if (isUpToDate)
             return {};
-        error = reconcile();
+        error = reconcile(now);
         if (!error.empty() || isUpToDate)
             return error;
         return calls.accessAt(folder.get(), location.name, W_OK) == 0
@@ -84,9 +85,8 @@ private:
     }
 
     // What is to be written with what the file holds.
-    std::string reconcile()
+    std::string reconcile(const FileDigest& now)
     {
-        const FileDigest now = FileDigest::of(found);
         if (now == known)
             return {};
         if (!merge)
@@ -99,7 +99,7 @@ private:
         bytes = &merged;
         bytesDigest.reset();
         known = now;
-        isUpToDate = found == merged;
+        isUpToDate = now == digestOfBytes();
         return {};
     }
 

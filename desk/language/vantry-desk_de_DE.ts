@@ -441,6 +441,18 @@
         <source>Cancelling ...</source>
         <translation>Wird abgebrochen ...</translation>
     </message>
+    <message>
+        <source>%1: a comment is left out, for which there is no place</source>
+        <translation>%1: ein Kommentar fehlt darin, da für ihn kein Platz ist</translation>
+    </message>
+    <message>
+        <source>%1: %2 comments are left out, for which there is no place</source>
+        <translation>%1: %2 Kommentare fehlen darin, da für sie kein Platz ist</translation>
+    </message>
+    <message>
+        <source>%1: tags are left out, for which there is no form</source>
+        <translation>%1: Tags fehlen darin, da es für sie keine Form gibt</translation>
+    </message>
 </context>
 <context>
     <name>Utilities::ModelViews::Widgets::TypedValueRows</name>

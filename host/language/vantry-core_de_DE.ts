@@ -507,8 +507,8 @@
         <translation>es gibt schon einen solchen Abschnitt</translation>
     </message>
     <message>
-        <source>%1 is not how a key is written in a path</source>
-        <translation>so wie %1 wird in einem Pfad kein Schlüssel geschrieben</translation>
+        <source>%1 is not how a key is written in a path; write %2</source>
+        <translation>so wie %1 wird in einem Pfad kein Schlüssel geschrieben; schreiben Sie %2</translation>
     </message>
     <message>
         <source>the entry would be read as part of the one above it</source>
@@ -2064,6 +2064,14 @@
     <message>
         <source>its tags have no form where it is to go, and would be lost</source>
         <translation>die Tags haben am Ziel keine Form und gingen verloren</translation>
+    </message>
+    <message>
+        <source>it only names what is merged into its group</source>
+        <translation>es nennt nur, was in seine Gruppe übernommen wird</translation>
+    </message>
+    <message>
+        <source>copy the entries that it brings there</source>
+        <translation>die Einträge kopieren, die dadurch dort stehen</translation>
     </message>
     <message>
         <source>copy it, and remove it here</source>

@@ -4,6 +4,7 @@
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/backends/Backend.h"
 #include "repository/common/PathRules.h"
+#include "repository/store/BackendLookup.h"
 #include "repository/store/ListElement.h"
 #include "repository/store/Refusals.h"
 #include "repository/store/WriteCheck.h"
@@ -116,11 +117,22 @@ NodeMatcher::SearchHit NodeMatcher::hitOf(const Candidate& candidate) const
     return hit;
 }
 
+// Whether it names what is merged into the group around it, and is no value.
+bool NodeMatcher::namesMerge(const QString& path) const
+{
+    using Origin = Backend::Origin;
+    const auto backend = backendOf(tree, path);
+    return backend && backend->originOf(path) == Origin::Reference &&
+           backend->originOf(parentPath(path).toString()) != Origin::Reference;
+}
+
 std::optional<bool> NodeMatcher::replaceIn(SearchHit& hit) const
 {
     const auto after = replaced(hit.value, hit.path, hit.refusal);
     if (!after)
         return {};
+    if (namesMerge(hit.path))
+        return false;
     hit.replacement = *after;
     if (!hit.refusal.ok() || FrameworkCore::Values::isSameValue(hit.value, hit.replacement))
         return !hit.refusal.ok();

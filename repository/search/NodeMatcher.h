@@ -47,6 +47,7 @@ public:
 private:
     std::optional<bool> hasText(const Candidate& candidate) const;
     std::optional<bool> hasTextInValue(const QVariant& value) const;
+    bool namesMerge(const QString& path) const;
     std::optional<QVariant> replaced(const QVariant& value, const QString& path,
                                      FrameworkCore::AppConfig::Outcome& refusal) const;
 

@@ -52,6 +52,10 @@ Outcome SubtreeCopy::check(const Node* source, bool isMove) const
     if (transaction.getNodes().find(to))
         return Outcome(StatusCode::AlreadyExists, Texts::tr("it exists already"))
             .advise(Texts::tr("choose another name"));
+    if (source->backend && source->backend->originOf(from) == Backend::Origin::Reference)
+        return Outcome(StatusCode::BackendFailure, Texts::tr("it only names what is merged into its group"))
+            .advise(Texts::tr("copy the entries that it brings there"))
+            .of(Outcome::Operation::Change, from);
     if (isMove && isAtOrBelow(from, ownRoot))
         return Refusals::ownTree().of(Outcome::Operation::Change, from);
     return {};

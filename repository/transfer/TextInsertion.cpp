@@ -77,7 +77,11 @@ void bringIntoTreeOrder(std::vector<Entry>& entries)
 std::vector<Entry> entriesOf(const Documents::Format& format, const Documents::Document& document)
 {
     std::vector<Entry> entries;
-    format.visitImport(document, [&](const Entry& entry) { entries.push_back(entry); });
+    const bool isLinked = document.isLinked({});
+    format.visitImport(document, [&](const Entry& entry) {
+        if (!isLinked || document.originOf(entry.path) != Documents::Document::Origin::Reference)
+            entries.push_back(entry);
+    });
     if (entries.empty())
         entries.emplace_back(); // the group itself, where there is none yet
     if (format.isInTreeOrder())

@@ -252,7 +252,8 @@ private slots:
             " a = 1\n ; @type text\n k = \"x\\n y\"\n");
         row("below a mark of nothing", "; @type text", "k", integer(5), "; @type text\n\nk=5\n");
         row("encoded key", "a=1\n", "x%2Ey", integer(1), "a=1\nx.y=1\n");
-        row("key in another form", "a=1\n", "#x", integer(1), "\"#x\" is not how a key is written in a path");
+        row("key in another form", "a=1\n", "#x", integer(1),
+            "\"#x\" is not how a key is written in a path; write \"%23x\"");
         row("key that is a comment", "a=1\n", "%23x", integer(1), "an ini file cannot hold the key \"#x\"");
         row("key with blanks around", "a=1\n", " x", integer(1), "an ini file cannot hold the key \" x\"");
         row("key with a separator", "a=1\n", "x=y", integer(1), "an ini file cannot hold the key \"x=y\"");

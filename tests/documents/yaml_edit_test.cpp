@@ -264,6 +264,9 @@ private slots:
         row("below such a key", "? - -\nb: 2\n", drop("b"), "? - -\n");
         row("key that some misread", "a: 1\n", renameTo("a", "on"), "\"on\": 1\n");
         row("key that is a number", "1: a\n", renameTo("1", "2"), "2: a\n");
+        row("key that is a date elsewhere", "1:30: a\n", renameTo("1:30", "yes"), "\"yes\": a\n");
+        row("key with a leading dot", ".a: a\n", renameTo("%2Ea", "yes"), "\"yes\": a\n");
+        row("key with a new leading dot", "a: a\n", renameTo("a", "%2Eb"), ".b: a\n");
         row("key that is null elsewhere", "on: a\n", renameTo("on", "~"), "\"~\": a\n");
         row("with comments below", "s:\n  p: 1 # c\n  # off: 2\n\n  # end\n# of t\nt: 3\n", copyTo("s", "t2"),
             "s:\n  p: 1 # c\n  # off: 2\n\n  # end\n# of t\nt: 3\nt2:\n  p: 1 # c\n  # off: 2\n\n  # end\n");
@@ -330,6 +333,7 @@ private slots:
             "no comment can tag");
         row("all texts", "a: [1, x]\n", setTo("a.0", text("y")), "one value");
         row("twice", "a: 1\n", add("a[2]", integer(1)), "which YAML forbids");
+        row("long key in quotes", "a: 1\n", renameTo("a", std::string(1023, 'k') + ':'), "longer than 1024");
         row("long key", "a: 1\n", add(std::string(1025, 'k'), integer(1)), "longer than 1024");
         row("there", "a: 1\nb: 2\n", renameTo("a", "b"), "already an entry");
         row("complex key", "? [a]\n: 1\n", renameTo("[a]", "b"), "keeps its name");

@@ -73,6 +73,12 @@ private slots:
         row("alias", "a: &x 1\nb: *x # c\n", setTo("b", integer(2)), "a: &x 1\nb: 2 # c\n");
         row("new in an anchored map", "a: &x\n  k: 1\nb: *x\n", add("a.l", integer(2)),
             "a: &x\n  k: 1\n  l: 2\nb: *x\n");
+        row("alias in an anchored map", "n: &n 1\na: &x\n  k: *n # c\nb: *x\nm: {<<: *x}\n",
+            setTo("a.k", text("no")), "n: &n 1\na: &x\n  k: \"no\" # c\nb: *x\nm: {<<: *x}\n");
+        row("alias in an anchored list", "n: &n 1\na: &x\n- 0\n- *n\nb: *x\n", setTo("a.1", integer(2)),
+            "n: &n 1\na: &x\n- 0\n- 2\nb: *x\n");
+        row("last element below a comment", "n: &n q\ni:\n- *n\n# c\n- a # d\n", setTo("i", list({"q"})),
+            "n: &n q\ni:\n- *n\n# c\n");
         row("removed from an anchored map", "a: &x\n  k: 1\n  l: 2\nb: *x\n", drop("a.k"),
             "a: &x\n  l: 2\nb: *x\n");
         row("renamed in a merged map", "b: &b\n  x: 1\nm: {<<: *b}\n", renameTo("b.x", "z"),
@@ -113,6 +119,28 @@ private slots:
         QCOMPARE(toLines(*document), toLines("yaml", after.toStdString()));
     }
 
+    void keepsTargetsApart_data()
+    {
+        const auto row = TestSupport::columns<QByteArray, QByteArray, QByteArray>("yaml", "from", "to");
+        row("an alias across a new anchor", "- &x {p: 1}\n- &x {p: 2}\n- *x\n", "2", "1");
+        row("of a map across one of a text", "- &x {p: 1}\n- [&x a, 1]\n- *x\n", "2", "1");
+        row("a merge across a new anchor", "- &x {p: 1}\n- &x {p: 2}\n- q: 1\n  <<: *x\n", "2", "1");
+        row("an anchor across an alias", "- &x {p: 1}\n- *x\n- &x {p: 2}\n", "2", "1");
+    }
+
+    // An alias leads to the last anchor of its name above it, which a move must not change.
+    void keepsTargetsApart()
+    {
+        QFETCH(QByteArray, yaml);
+        QFETCH(QByteArray, from);
+        QFETCH(QByteArray, to);
+        const auto document = makeDocument("yaml");
+        QVERIFY(document->parse(yaml.toStdString()).ok());
+        const auto outcome = document->moveElement(from.toStdString(), to.toStdString());
+        QVERIFY(!outcome || !outcome->ok());
+        QCOMPARE(QByteArray::fromStdString(document->getBytes()), yaml);
+    }
+
     void refuses_data()
     {
         const auto row =
@@ -137,8 +165,10 @@ private slots:
             setTo("m.<<.x", integer(2)), "\"m.<<.x\" comes with \"<<\" from \"b.x\" at line 1", 1);
         row("merged", merge, setTo("m.<<", integer(2)), "names what is merged", 5);
         row("comment of elements that go", "n: &n q\ni:\n- *n\n- a # c\n # d\n- b\nz: 1\n",
-            setTo("i", list({"q", "a"})), "this comment is between elements that would go", 5);
+            setTo("i", list({"q"})), "this comment is between elements that would go", 5);
         row("merged map", merge, drop("b"), "is used at line 5", 5);
+        row("last element, used, below a comment", "i:\n- a\n# c\n- &s b\nd: *s\n", setTo("i", list({"a"})),
+            "the anchor of element 1 is used at line 5", 4);
     }
 
     void refuses()

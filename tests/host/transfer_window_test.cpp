@@ -1,5 +1,7 @@
 #include "host/Utilities/ModelViews/Widgets/TransferWindow.h"
 #include "host/Utilities/UnsavedBackends.h"
+#include "tests/support/Columns.h"
+#include "tests/support/LoggedFailures.h"
 #include "tests/support/TestRun.h"
 
 #include <QApplication>
@@ -92,6 +94,34 @@ private slots:
         QVERIFY(runUntil(done));
         QCOMPARE(asked->times, before);
         QTRY_VERIFY(asked->times > before);
+    }
+
+    // Of a copy into another format nobody else would hear.
+    void tellsWhatIsLeftOut_data()
+    {
+        const auto row = TestSupport::columns<int, bool, bool, QStringList>("comments", "tags", "ok", "told");
+        row("nothing", 0, false, true, {});
+        const auto comment = QStringLiteral("Copying: a comment is left out, for which there is no place");
+        row("a comment", 1, false, true, {comment});
+        row("comments and tags", 2, true, true,
+            {QStringLiteral("Copying: 2 comments are left out, for which there is no place"),
+             QStringLiteral("Copying: tags are left out, for which there is no form")});
+        row("refused", 2, true, false, {});
+    }
+
+    void tellsWhatIsLeftOut()
+    {
+        QFETCH(int, comments);
+        QFETCH(bool, tags);
+        QFETCH(bool, ok);
+        const TestSupport::LoggedFailures logged;
+        TransferWindow::run(QStringLiteral("Copying"), [&](TransferWindow::TransferReport& report) {
+            report.setCommentsLeftOut(comments);
+            if (tags)
+                report.setTagsLeftOut();
+            return ok ? Outcome() : Outcome(FrameworkCore::AppConfig::BackendFailure, {});
+        });
+        QTEST(logged.texts(), "told");
     }
 
 private:

@@ -141,6 +141,7 @@ private slots:
             "web.<<- web.image- web.n-");
         row("replaced", replaceAll("one", "two"), with("image: one", "image: two"),
             "base.image!two copy.image!two web.image!two");
+        row("replaced, not in a merge", replaceAll("ba", "do"), services, "");
         row("copied", copyTo("m.web", "m.app"), services + "app:\n  <<: *base\n  port: *n\n",
             "app.<<+*base app.image+one app.n+1 app.port+1");
         row("the same", set("m.base.n", 1), services, "base.n=1");
@@ -349,8 +350,11 @@ private slots:
         QVERIFY(mount("yaml", "o", "x: 1\n"));
         QVERIFY(copy("m.web", "o.web"));
         QCOMPARE(saved("o"), QByteArray("x: 1\nweb:\n  port: 1\n  image: one\n  \"n\": 1\n"));
-        QVERIFY(copy("m.web.<<", "o.merge"));
-        QCOMPARE(read("o.merge"), QVariant(QStringLiteral("*base")));
+        QVERIFY(!copy("m.web.<<", "o.merge"));
+        QVERIFY(!move("i.a.<<", "i.b"));
+        QVERIFY(import("o.in", "yaml", services));
+        QCOMPARE(read("o.in.web.image"), QVariant(QStringLiteral("one")));
+        QVERIFY(!read("o.in.web.<<").isValid());
         Interfaces::TextPlace place;
         QVERIFY(repository->getTextInterface()->locate(QStringLiteral("m.web.image"), place));
         QCOMPARE(place.position.line, 2);

@@ -2,6 +2,7 @@
 
 #include "repository/documents/common/ComponentCodec.h"
 #include "repository/documents/common/ExcerptText.h"
+#include "repository/documents/common/KeyRefusal.h"
 #include "repository/documents/common/LineDocument.h"
 #include "repository/documents/common/TextLine.h"
 #include "repository/documents/common/ValueLines.h"
@@ -170,7 +171,7 @@ std::optional<Outcome> LineDocument::rename(std::string_view path, std::string_v
     if (id == none || id == LineIndex::root || splitNumber(name).number > 1)
         return std::nullopt;
     if (!decodeKey(name))
-        return refused(Reason::tr("%1 is not how a key is written in a path", {quoted(name)}));
+        return refused(explainNoKey(name));
     const std::string renamed = joinPath(splitLast(path).parent, name);
     if (index.find(renamed) != none)
         return refused(Reason::tr("there is already an entry %1", {quoted(renamed)}));

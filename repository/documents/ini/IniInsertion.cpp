@@ -1,6 +1,7 @@
 #include "repository/documents/ini/IniInsertion.h"
 
 #include "repository/documents/common/ComponentCodec.h"
+#include "repository/documents/common/KeyRefusal.h"
 #include "repository/documents/common/TypeTag.h"
 #include "repository/documents/ini/IniSections.h"
 
@@ -62,7 +63,7 @@ Outcome IniInsertion::insertEntry(std::string_view path, const Value& value)
                                   {quoted(joinNumber(numbered.first, numbered.number - 1))}));
     const std::optional<std::string> key = decodeKey(splitNumber(ends.last).name);
     if (!key)
-        return refused(Reason::tr("%1 is not how a key is written in a path", {quoted(ends.last)}));
+        return refused(explainNoKey(ends.last));
 
     std::uint32_t group = index.find(ends.parent);
     const std::string same = group == none ? std::string() : file.findSameKey(group, *key);

@@ -1,5 +1,6 @@
 #include "repository/documents/json/JsonInsertion.h"
 
+#include "repository/documents/common/KeyRefusal.h"
 #include "repository/documents/json/JsonReader.h"
 
 #include <algorithm>
@@ -103,7 +104,7 @@ Outcome JsonInsertion::checkName(NodeId container, std::string_view component) c
     const NumberedComponent name = splitNumber(component);
     const auto key = decodeKey(name.name);
     if (!key)
-        return refused(Reason::tr("%1 is not how a key is written in a path", {quoted(component)}));
+        return refused(explainNoKey(component));
     if (!isUtf8(*key))
         return refused(Reason::tr("the key %1 is not valid UTF-8, which json demands", {quoted(component)}));
     if (*key == ownValueKey)

@@ -2,6 +2,7 @@
 
 #include "repository/documents/common/BranchGrowth.h"
 #include "repository/documents/common/ComponentCodec.h"
+#include "repository/documents/common/KeyRefusal.h"
 #include "repository/documents/common/TypeTag.h"
 #include "repository/documents/toml/TomlReader.h"
 #include "repository/documents/toml/TomlTokens.h"
@@ -36,7 +37,7 @@ std::string tomlKeyOf(std::string_view component, std::string& error)
     const NumberedComponent name = splitNumber(component);
     const auto key = decodeKey(name.name);
     if (!key)
-        error = Reason::tr("%1 is not how a key is written in a path", {quoted(component)});
+        error = explainNoKey(component);
     else if (!isUtf8(*key))
         error = Reason::tr("the key %1 is not valid UTF-8, which TOML demands", {quoted(component)});
     else if (*key == tomlOwnValueKey)

@@ -74,7 +74,8 @@ Outcome YamlDocument::set(std::string_view path, const Value& value)
         outcome.error = file->encoding.findRefusal(*spelled);
     if (!outcome.ok())
         return outcome;
-    if (tag != formerTag || YamlLinks(*file).reshapesLists(valueNode, *spelled))
+    const YamlLinks links(*file);
+    if (tag != formerTag || links.reshapesLists(valueNode, *spelled) || links.isShownThrough(valueNode))
         return rewrite(path, *spelled, tag);
     return put(valueNode, *spelled);
 }
@@ -103,7 +104,9 @@ Outcome YamlDocument::setElements(std::string_view path, const Value& value)
     if (!std::all_of(texts.begin(), texts.end(), [](const auto& text) { return isUtf8(text); }))
         return refused(explainNoForm(list, value));
     Outcome outcome = checkShape(path, list, false);
-    const std::size_t comment = findCommentOfYamlElements(file->tree, list, former, texts);
+    const bool areSeveral = former.size() > texts.size() + 1;
+    const std::size_t comment =
+        areSeveral ? findCommentOfYamlElements(file->tree, list, former, texts) : std::string::npos;
     if (outcome.ok() && comment != std::string::npos)
         return outcomeAt(file->tree.getOriginal(), comment,
                          Reason::tr("this comment is between elements that would go; remove them one by one "

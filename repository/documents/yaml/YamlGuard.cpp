@@ -80,10 +80,13 @@ bool YamlGuard::isSameContent(NodeId before, NodeId after) const
            (!old.isBlockScalar() || Documents::isSame(former.read(before), edited.read(after)));
 }
 
-// Of aliases, whose targets are compared by themselves.
+// Of aliases, whose targets are compared by themselves: an anchor of the same name may have come in between.
 bool YamlGuard::showsSame(NodeId before, NodeId after) const
 {
     const YamlTree::Origin origin = former.tree.originOf(before);
+    const auto target = counterparts.find(origin.node);
+    if (!origin.isKey && target != counterparts.end() && edited.tree.originOf(after).node != target->second)
+        return false;
     const bool isValue = origin.node != noNode && origin.node != changed && !origin.isKey &&
                          former.tree.node(before).isLeaf() && edited.tree.node(after).isLeaf();
     return !isValue || Documents::isSame(former.read(before), edited.read(after));
@@ -127,7 +130,7 @@ bool YamlGuard::goes(NodeId id) const
     return true;
 }
 
-std::string YamlGuard::findFault() const
+std::string YamlGuard::findFault()
 {
     if (removable != noNode && !Cursor{former, removed, removable, noNode}.isHidden())
         return Reason::tr("YAML would still read it there");
@@ -145,10 +148,34 @@ std::string YamlGuard::findFault() const
         if (!isPair || !isSame(before.id, after.id))
             return Reason::tr("with it, YAML would read other entries differently, from %1 on",
                               {nameOf(before.id)});
+        if (former.tree.node(before.id).isUsed)
+            counterparts[before.id] = after.id;
         const bool goesIn = before.id != changed;
         before.advance(goesIn);
         after.advance(goesIn);
     }
+}
+
+// Whether a merge names an anchor that is given several times, so that elsewhere it may be another one.
+bool YamlGuard::mayMergeOther(NodeId id) const
+{
+    constexpr std::string_view ends = " \t\r\n,[]{}";
+    const std::string_view text = former.tree.getOriginal();
+    const bool isMerge = former.tree.node(id).kind == YamlKind::Merge;
+    const std::string_view spelled = isMerge ? former.tree.readValueText(id) : std::string_view();
+    for (std::size_t at = spelled.find('*'); at < spelled.size(); at = spelled.find('*', at + 1)) {
+        const std::string_view name = spelled.substr(at + 1, spelled.find_first_of(ends, at) - at - 1);
+        const std::string anchor = '&' + std::string(name);
+        int count = 0;
+        for (std::size_t found = text.find(anchor); found < text.size();
+             found = text.find(anchor, found + 1)) {
+            const std::size_t end = found + anchor.size();
+            count += end == text.size() || ends.find(text[end]) < ends.size() ? 1 : 0;
+        }
+        if (count > 1)
+            return true;
+    }
+    return false;
 }
 
 bool YamlGuard::keepsMoved() const
@@ -171,8 +198,9 @@ bool YamlGuard::keepsMoved() const
         return groups;
     };
     const auto isSameGroup = [this](const std::vector<NodeId>& a, const std::vector<NodeId>& b) {
-        return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                          [this](NodeId before, NodeId after) { return isSame(before, after); });
+        return std::equal(a.begin(), a.end(), b.begin(), b.end(), [this](NodeId before, NodeId after) {
+            return isSame(before, after) && !mayMergeOther(before);
+        });
     };
     auto before = collect(atFormer());
     const auto after = collect(atEdited());

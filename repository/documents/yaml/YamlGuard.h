@@ -3,6 +3,7 @@
 #include "repository/documents/yaml/YamlEditor.h"
 
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace Repository::Documents {
@@ -25,7 +26,7 @@ public:
     void allowRemoval(NodeId node) { removable = node; }
 
     // What is not so, for a person; empty where all is.
-    std::string findFault() const;
+    std::string findFault();
 
     // Whether what the edits took out is what they wrote, one of it perhaps in another place.
     bool keepsMoved() const;
@@ -57,6 +58,7 @@ private:
     bool isSame(NodeId before, NodeId after) const;
     bool isSameContent(NodeId before, NodeId after) const;
     bool showsSame(NodeId before, NodeId after) const;
+    bool mayMergeOther(NodeId id) const;
 
     Cursor atFormer() const { return {former, removed, formerPart.first, formerPart.end}; }
     Cursor atEdited() const { return {edited, inserted, editedPart.first, editedPart.end}; }
@@ -68,8 +70,9 @@ private:
     NodeId changed;
     NodeId renamed = noNode;
     NodeId removable = noNode;
-    std::vector<Range> removed;  // in the former text
-    std::vector<Range> inserted; // in the edited one
+    std::unordered_map<NodeId, NodeId> counterparts; // of what aliases lead to, where both were compared
+    std::vector<Range> removed;                      // in the former text
+    std::vector<Range> inserted;                     // in the edited one
 };
 
 } // namespace Repository::Documents

@@ -84,6 +84,14 @@ Outcome YamlLinks::explainCopy(std::string_view path, NodeId id) const
     return outcome;
 }
 
+bool YamlLinks::isShownThrough(NodeId id) const
+{
+    NodeId around = tree.node(id).isAlias && !tree.isEdited(id) ? id : noNode;
+    while (around != noNode && !tree.node(around).isUsed)
+        around = tree.node(around).parent;
+    return around != noNode;
+}
+
 bool YamlLinks::reshapesLists(NodeId id, std::string_view spelling) const
 {
     const YamlNode& node = tree.node(id);

@@ -23,6 +23,9 @@ public:
     // Why a copy cannot be edited; an outcome with the place of what makes it one.
     Outcome explainCopy(std::string_view path, NodeId id) const;
 
+    // Whether it is an alias in what others show, which would show what it led to after it has another value.
+    bool isShownThrough(NodeId id) const;
+
     // Whether the value would make a list of texts of a list in which an alias shows it, or the other way
     // round.
     bool reshapesLists(NodeId id, std::string_view spelling) const;

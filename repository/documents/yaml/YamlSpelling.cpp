@@ -257,8 +257,12 @@ std::string spellYamlKey(std::string_view key, std::string_view former, bool inF
         return encodeDouble(key);
     if (quote == '\'')
         return isPrintable(key) ? encodeSingle(key) : encodeDouble(key);
+    const auto beginsNumber = [](std::string_view text) {
+        return text.find_first_of("+-.0123456789") == 0; // as a date of another reader does
+    };
     const bool mayBeKeyword = !former.empty() && isYamlKeyword(former) && key != "<<" && former != "<<" &&
-                              readYamlPlain(key).type == readYamlPlain(former).type;
+                              readYamlPlain(key).type == readYamlPlain(former).type &&
+                              beginsNumber(key) == beginsNumber(former);
     const bool isPlain = mayBePlain(key, inFlow) && (mayBeKeyword || !isYamlKeyword(key));
     return isPlain ? std::string(key) : encodeQuoted(key);
 }

@@ -344,7 +344,7 @@ std::optional<Outcome> YamlDocument::rename(std::string_view path, std::string_v
     if (parent == noNode || tree.node(parent).kind != YamlKind::Map || splitNumber(name).number > 1)
         return {};
     std::string error;
-    const std::string key = yamlKeyOf(name, error);
+    const std::string key = yamlKeyOf(name, error, tree.text(tree.node(id).key, tree.node(id).keyEnd));
     if (!error.empty())
         return refused(error);
     Outcome outcome = checkShape(path, parent, false);

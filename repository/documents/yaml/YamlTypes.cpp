@@ -130,8 +130,10 @@ bool mayBeNumber(std::string_view text)
     const std::string_view digits = withoutSign(text);
     if (digits.empty())
         return false;
-    if (digits[0] == '.')
-        return true;
+    if (digits[0] == '.') {
+        const std::string lower = lowered(digits);
+        return lower == ".inf" || lower == ".nan" || digits.find_first_not_of("0123456789_.eE+-") == npos;
+    }
     if (digits[0] < '0' || digits[0] > '9')
         return false;
     const std::string_view prefix = digits.substr(0, 2);

@@ -2,6 +2,7 @@
 
 #include "repository/documents/common/BranchGrowth.h"
 #include "repository/documents/common/ComponentCodec.h"
+#include "repository/documents/common/KeyRefusal.h"
 #include "repository/documents/common/TypeTag.h"
 #include "repository/documents/yaml/YamlList.h"
 #include "repository/documents/yaml/YamlSpelling.h"
@@ -37,12 +38,12 @@ bool needsTag(const Value& value)
 
 } // namespace
 
-std::string yamlKeyOf(std::string_view component, std::string& error)
+std::string yamlKeyOf(std::string_view component, std::string& error, std::string_view former)
 {
     const NumberedComponent name = splitNumber(component);
     const auto key = decodeKey(name.name);
     if (!key)
-        error = Reason::tr("%1 is not how a key is written in a path", {quoted(component)});
+        error = explainNoKey(component);
     else if (!isUtf8(*key))
         error = Reason::tr("the key %1 is not valid UTF-8, which YAML demands", {quoted(component)});
     else if (*key == yamlOwnValueKey)
@@ -52,7 +53,7 @@ std::string yamlKeyOf(std::string_view component, std::string& error)
     else if (key->find_first_of("\r\n") != std::string::npos)
         error = Reason::tr("the key %1 has a line break, which a key of YAML should not have",
                            {quoted(component)});
-    else if (key->size() > longestKey)
+    else if (spellYamlKey(*key, former, true).size() > longestKey)
         error = Reason::tr("the key is longer than %1 bytes, which readers of YAML refuse",
                            {std::to_string(longestKey)});
     return key.value_or(std::string());
@@ -60,7 +61,9 @@ std::string yamlKeyOf(std::string_view component, std::string& error)
 
 std::string growYamlBranch(const std::vector<Entry>& entries, YamlBranch& branch)
 {
-    return growBranch(entries, branch, yamlKeyOf);
+    return growBranch(entries, branch, [](std::string_view component, std::string& error) {
+        return yamlKeyOf(component, error);
+    });
 }
 
 void YamlWriter::fail(std::string reason)

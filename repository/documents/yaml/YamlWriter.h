@@ -18,8 +18,8 @@ struct YamlBranch
     bool isArray = false;
 };
 
-// The key that a component of a path is, or why YAML cannot have it.
-std::string yamlKeyOf(std::string_view component, std::string& error);
+// The key that a component of a path is, or why YAML cannot have it, perhaps in the quotes of a former one.
+std::string yamlKeyOf(std::string_view component, std::string& error, std::string_view former = {});
 
 // Gives why something has no place in YAML, or a branch for a new entry and all below it.
 std::string growYamlBranch(const std::vector<Entry>& entries, YamlBranch& branch);

@@ -35,11 +35,28 @@ TransferWindow::Outcome fail(const QString& text, const QString& reason)
     return {FrameworkCore::AppConfig::BackendFailure, reason};
 }
 
+// What is not in what was written, though nothing was refused.
+void logLeftOut(const QString& text, const TransferReport& report)
+{
+    const int comments = report.getCommentsLeftOut();
+    if (comments == 1)
+        logFailure(TransferWindow::tr("%1: a comment is left out, for which there is no place").arg(text));
+    else if (comments > 1)
+        logFailure(TransferWindow::tr("%1: %2 comments are left out, for which there is no place")
+                       .arg(text)
+                       .arg(comments));
+    if (report.areTagsLeftOut())
+        logFailure(TransferWindow::tr("%1: tags are left out, for which there is no form").arg(text));
+}
+
 TransferWindow::Outcome runGuarded(const QString& text, const TransferWindow::Operation& operation,
                                    TransferReport& report)
 {
     try {
-        return operation(report);
+        TransferWindow::Outcome outcome = operation(report);
+        if (outcome.ok())
+            logLeftOut(text, report);
+        return outcome;
     } catch (...) {
         return fail(text, currentFailure());
     }

@@ -31,6 +31,7 @@ public:
     // takes longer than a second; until then keys and clicks wait, while all else goes on. Where there are no
     // widgets, and on any other thread than theirs, the operation simply runs, and so it may where no thread
     // can be started. Otherwise that is logged, as is what the operation throws, and gives BackendFailure.
+    // What its report says is left out is logged, too.
     static Outcome run(const QString& text, const Operation& operation,
                        Cancelling cancelling = Cancelling::Possible,
                        WithoutThread withoutThread = WithoutThread::Fail);
