@@ -135,6 +135,7 @@ private:
         const bool wasCopy = document->originOf(entry.path) == Document::Origin::Copy;
         const bool isMerged =
             document->originOf(entry.path) == Document::Origin::Reference; // into other entries
+        const bool wasLinked = document->isLinked(entry.path);             // and is not taken back alone
         if (!document->set(entry.path, value).ok())
             return checkNothingChanged();
         if (isGroup)
@@ -176,8 +177,8 @@ private:
         if (!areSame(now, expected) && !isMerged && !(isLinked && now.size() != expected.size()))
             return fault("more than one entry changed, or the wrong way");
         std::string broken = checkTree();
-        return broken.empty() && keepsTag && !wasCopy && choose(2) == 0 ? checkUndo(entry, *spelling)
-                                                                        : broken;
+        const bool isTakenBack = broken.empty() && keepsTag && !wasCopy && !wasLinked && choose(2) == 0;
+        return isTakenBack ? checkUndo(entry, *spelling) : broken;
     }
 
     std::string checkUndo(const Entry& entry, const std::string& spelling)

@@ -178,6 +178,23 @@ private slots:
         QCOMPARE(content(), edited);
     }
 
+    // An alias of what it lies in leads nowhere, and shows what is written.
+    void changesAnAliasWithinItsAnchor()
+    {
+        for (const char* const other : {"", "c: *a\n"}) {
+            const QByteArray text = QByteArray("a: &a\n  b: *a\n") + other;
+            QVERIFY(mount("yaml", "m", text));
+            history()->recordThisThread();
+            const QStringList before = content();
+            QVERIFY(write("m.a.b", QStringLiteral("x")));
+            QCOMPARE(saved(), QByteArray("a: &a\n  b: x\n") + other);
+            QVERIFY(history()->undo());
+            QCOMPARE(saved(), text);
+            QCOMPARE(content(), before);
+            restart();
+        }
+    }
+
     // Where the text is another one by now, which undo looks for the entries in.
     void undoesByEntries()
     {

@@ -86,7 +86,7 @@ Outcome YamlLinks::explainCopy(std::string_view path, NodeId id) const
 
 bool YamlLinks::isShownThrough(NodeId id) const
 {
-    NodeId around = tree.node(id).isAlias && !tree.isEdited(id) ? id : noNode;
+    NodeId around = tree.hasLinks() && tree.node(id).isAlias && !tree.isEdited(id) ? id : noNode;
     while (around != noNode && !tree.node(around).isUsed)
         around = tree.node(around).parent;
     return around != noNode;

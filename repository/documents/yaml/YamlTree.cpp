@@ -87,7 +87,9 @@ const std::vector<NodeId>& YamlTree::sharersOf(NodeId origin) const
 
 bool YamlTree::isLinked(NodeId id) const
 {
-    return (origins.count(id) > 0 && !isEdited(id)) || sharers.count(id) > 0;
+    const bool isAlias = nodes[id].isAlias && nodes[id].kind != YamlKind::Merge; // maybe within its anchor
+    const bool leadsOn = isAlias || origins.count(id) > 0;
+    return (leadsOn && !isEdited(id)) || sharers.count(id) > 0;
 }
 
 bool YamlTree::isMergeKey(NodeId id) const
