@@ -442,15 +442,15 @@
         <translation>Wird abgebrochen ...</translation>
     </message>
     <message>
-        <source>%1: a comment is left out, for which there is no place</source>
+        <source>%1: a comment was left out because there is no place for it</source>
         <translation>%1: ein Kommentar fehlt darin, da für ihn kein Platz ist</translation>
     </message>
     <message>
-        <source>%1: %2 comments are left out, for which there is no place</source>
+        <source>%1: %2 comments were left out because there is no place for them</source>
         <translation>%1: %2 Kommentare fehlen darin, da für sie kein Platz ist</translation>
     </message>
     <message>
-        <source>%1: tags are left out, for which there is no form</source>
+        <source>%1: tags were left out because there is no form for them</source>
         <translation>%1: Tags fehlen darin, da es für sie keine Form gibt</translation>
     </message>
 </context>

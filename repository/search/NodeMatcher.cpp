@@ -117,7 +117,7 @@ NodeMatcher::SearchHit NodeMatcher::hitOf(const Candidate& candidate) const
     return hit;
 }
 
-// Whether it names what is merged into the group around it, and is no value.
+// Whether the entry is a merge key, which names the maps merged into its group and has no value of its own.
 bool NodeMatcher::namesMerge(const QString& path) const
 {
     using Origin = Backend::Origin;

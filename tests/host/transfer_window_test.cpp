@@ -101,11 +101,12 @@ private slots:
     {
         const auto row = TestSupport::columns<int, bool, bool, QStringList>("comments", "tags", "ok", "told");
         row("nothing", 0, false, true, {});
-        const auto comment = QStringLiteral("Copying: a comment is left out, for which there is no place");
+        const auto comment =
+            QStringLiteral("Copying: a comment was left out because there is no place for it");
         row("a comment", 1, false, true, {comment});
         row("comments and tags", 2, true, true,
-            {QStringLiteral("Copying: 2 comments are left out, for which there is no place"),
-             QStringLiteral("Copying: tags are left out, for which there is no form")});
+            {QStringLiteral("Copying: 2 comments were left out because there is no place for them"),
+             QStringLiteral("Copying: tags were left out because there is no form for them")});
         row("refused", 2, true, false, {});
     }
 

@@ -5,7 +5,7 @@
 
 namespace Repository::Documents {
 
-// Why a component of a path, of which decodeKey makes nothing, is no key, and how the key would be written.
+// Why decodeKey refuses a component of a path, and how to write the key instead.
 std::string explainNoKey(std::string_view component);
 
 } // namespace Repository::Documents

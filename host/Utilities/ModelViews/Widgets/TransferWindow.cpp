@@ -40,13 +40,14 @@ void logLeftOut(const QString& text, const TransferReport& report)
 {
     const int comments = report.getCommentsLeftOut();
     if (comments == 1)
-        logFailure(TransferWindow::tr("%1: a comment is left out, for which there is no place").arg(text));
+        logFailure(
+            TransferWindow::tr("%1: a comment was left out because there is no place for it").arg(text));
     else if (comments > 1)
-        logFailure(TransferWindow::tr("%1: %2 comments are left out, for which there is no place")
+        logFailure(TransferWindow::tr("%1: %2 comments were left out because there is no place for them")
                        .arg(text)
                        .arg(comments));
     if (report.areTagsLeftOut())
-        logFailure(TransferWindow::tr("%1: tags are left out, for which there is no form").arg(text));
+        logFailure(TransferWindow::tr("%1: tags were left out because there is no form for them").arg(text));
 }
 
 TransferWindow::Outcome runGuarded(const QString& text, const TransferWindow::Operation& operation,
