@@ -35,6 +35,11 @@ Trace traceOf(const std::string& path)
     return {{changed, status.st_dev, status.st_ino, status.st_size}};
 }
 
+bool isEmpty(const Trace& trace)
+{
+    return trace && std::get<off_t>(*trace) == 0;
+}
+
 struct Watched
 {
     std::string path;
@@ -45,7 +50,7 @@ struct Watched
     bool isPolled = false;
     Trace trace; // when it was looked at last
     std::optional<Clock::time_point> due;
-    Clock::time_point latest; // for due
+    Clock::time_point first; // change of those that are due then
 };
 
 } // namespace
@@ -118,8 +123,10 @@ private:
             return false;
         wait();
         const Clock::time_point now = Clock::now();
-        for (const int file : settings.usesSystem ? watches->takeNews() : std::vector<int>())
-            postpone(file, now);
+        if (settings.usesSystem) {
+            for (const auto& [file, isBeingWritten] : watches->takeNews())
+                postpone(file, now, isBeingWritten);
+        }
         pollFiles(now);
         tellDue(now);
         return true;
@@ -195,7 +202,7 @@ private:
         }
     }
 
-    void postpone(int number, Clock::time_point now)
+    void postpone(int number, Clock::time_point now, bool isBeingWritten = false)
     {
         const auto found = known.find(number);
         if (found == known.end())
@@ -203,8 +210,9 @@ private:
         awaited.insert(number);
         Watched& file = *found->second;
         if (!file.due)
-            file.latest = now + settings.longest;
-        file.due = std::min(now + settings.quiet, file.latest);
+            file.first = now;
+        file.due = isBeingWritten ? file.first + settings.writing
+                                  : std::min(now + settings.quiet, file.first + settings.longest);
     }
 
     void pollFiles(Clock::time_point now)
@@ -229,9 +237,13 @@ private:
                 due.emplace_hint(due.end(), number, file);
         }
         for (const auto& [number, file] : due) {
+            follow(number, *file); // first, so that what changes from here on is reported again
+            if (isEmpty(file->trace) && now < file->first + settings.longest) { // it may just be written anew
+                file->due = file->first + settings.longest;
+                continue;
+            }
             file->due.reset();
             awaited.erase(number);
-            follow(number, *file); // first, so that what changes from here on is reported again
             {
                 const std::lock_guard lock(mutex);
                 if (isStopped || files.count(number) == 0)

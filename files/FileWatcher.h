@@ -12,8 +12,8 @@
 namespace Files {
 
 // Tells when files may have been changed, on a thread of its own that starts with the first file. A file that
-// is written in several steps is reported when it has been quiet for a moment. Where the system does not
-// watch, it looks every other second. Standard library and system only. Any thread.
+// is written in several steps is reported when it is closed and has been quiet for a moment. Where the system
+// does not watch, it looks every other second. Standard library and system only. Any thread.
 class VANTRY_FILES_EXPORT FileWatcher
 {
 public:
@@ -21,6 +21,7 @@ public:
     {
         std::chrono::milliseconds quiet{100};    // after the last change
         std::chrono::milliseconds longest{1000}; // after the first one that was not reported yet
+        std::chrono::milliseconds writing{5000}; // the same, where a program still has it open to write
         std::chrono::milliseconds polling{2000};
         bool usesSystem = true; // otherwise files are looked at in turns only
     };

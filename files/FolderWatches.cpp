@@ -8,7 +8,6 @@
 #include <cerrno>
 #include <cstdint>
 #include <cstring>
-#include <set>
 #include <sys/inotify.h>
 #include <sys/stat.h>
 #include <sys/vfs.h>
@@ -179,9 +178,9 @@ void FolderWatches::release(int watch)
     known.clear(); // the number may be given to another folder
 }
 
-std::vector<FolderWatches::File> FolderWatches::takeNews()
+std::map<FolderWatches::File, bool> FolderWatches::takeNews()
 {
-    std::set<File> concerned;
+    std::map<File, bool> concerned;
     alignas(inotify_event) std::array<char, 16384> buffer;
     ssize_t size = 0;
     while ((size = ::read(notifier, buffer.data(), buffer.size())) > 0) {
@@ -190,19 +189,24 @@ std::vector<FolderWatches::File> FolderWatches::takeNews()
             inotify_event event = {};
             std::memcpy(&event, buffer.data() + at, sizeof event);
             const char* const name = buffer.data() + at + sizeof event;
+            const bool isBeingWritten = (event.mask & IN_MODIFY) != 0; // until it is closed
+            const auto note = [&concerned, isBeingWritten](const std::vector<File>& files) {
+                for (const File file : files)
+                    concerned[file] = isBeingWritten;
+            };
             const auto present = filesAt.find(Place(event.wd, event.len > 0 ? name : ""));
             if (present != filesAt.end())
-                concerned.insert(present->second.begin(), present->second.end());
+                note(present->second);
             const bool isOfFolder = (event.mask & (IN_IGNORED | IN_DELETE_SELF | IN_MOVE_SELF)) != 0;
             const bool isLost = (event.mask & IN_Q_OVERFLOW) != 0;
             for (const auto& [place, files] : filesAt) {
                 if (isLost || (isOfFolder && place.first == event.wd))
-                    concerned.insert(files.begin(), files.end());
+                    note(files);
             }
             at += sizeof event + event.len;
         }
     }
-    return {concerned.begin(), concerned.end()};
+    return concerned;
 }
 
 } // namespace Files

@@ -28,9 +28,9 @@ public:
     std::string follow(File file, const std::string& path);
     void forget(File file);
 
-    // Takes the news without waiting: the files that may have changed, once each. All are named when the
-    // system has lost some.
-    std::vector<File> takeNews();
+    // Takes the news without waiting: the files that may have changed, once each, and whether a program was
+    // still writing the file then. All are named when the system has lost some.
+    std::map<File, bool> takeNews();
 
 private:
     using Place = std::pair<int, std::string>;          // a watched folder's number, and a name in it

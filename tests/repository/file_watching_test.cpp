@@ -151,6 +151,26 @@ private slots:
         QCOMPARE(saved(), withSpeed(9).replace("250", "300"));
     }
 
+    // As with "slow-program > file": what is there until it ends is nothing to show.
+    void waitsForWhoStillWrites()
+    {
+        replace(file, withSpeed(4));
+        QTRY_COMPARE(read("m.fan.speed"), QVariant(4LL));
+        std::atomic<int> changes{0};
+        repository->getNotificationInterface()->registerUpdateCallback(
+            QStringLiteral("m.fan.speed"), [&changes](auto&&...) { ++changes; }, 8);
+        QFile out(file);
+        QVERIFY(out.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+        for (const QByteArray& piece : {withSpeed(9).left(20), withSpeed(9).mid(20)}) {
+            QTest::qWait(1200);
+            QVERIFY(out.write(piece) == piece.size());
+            QCOMPARE(read("m.fan.speed"), QVariant(4LL));
+        }
+        out.close();
+        QTRY_COMPARE(read("m.fan.speed"), QVariant(9LL));
+        QCOMPARE(changes.load(), 1);
+    }
+
     void keepsWhatBothChanged()
     {
         QVERIFY(write("m.oven.limit", 300));
