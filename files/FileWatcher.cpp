@@ -102,19 +102,24 @@ public:
     }
 
 private:
-    // Where memory is refused for a moment, what has changed is found by looking at the files later.
     bool goesOn()
     {
         try {
             return look();
         } catch (const std::bad_alloc&) {
-            for (const auto& [number, file] : known)
-                file->isPolled = true;
-            arePolled = true;
+            loseNews();
             constexpr int soon = 200;
             ::poll(nullptr, 0, soon);
             return true;
         }
+    }
+
+    // Where memory is refused for a moment, what has changed is found by looking at the files later.
+    void loseNews()
+    {
+        for (const auto& [number, file] : known)
+            file->isPolled = true;
+        arePolled = true;
     }
 
     bool look()
@@ -123,13 +128,23 @@ private:
             return false;
         wait();
         const Clock::time_point now = Clock::now();
-        if (settings.usesSystem) {
-            for (const auto& [file, isBeingWritten] : watches->takeNews())
-                postpone(file, now, isBeingWritten);
-        }
+        takeNews();
         pollFiles(now);
         tellDue(now);
         return true;
+    }
+
+    void takeNews()
+    {
+        if (!settings.usesSystem)
+            return;
+        try {
+            const Clock::time_point now = Clock::now();
+            for (const auto& [file, isBeingWritten] : watches->takeNews())
+                postpone(file, now, isBeingWritten);
+        } catch (const std::bad_alloc&) {
+            loseNews();
+        }
     }
 
     using Files = std::map<int, std::shared_ptr<Watched>>;
@@ -237,6 +252,8 @@ private:
                 due.emplace_hint(due.end(), number, file);
         }
         for (const auto& [number, file] : due) {
+            if (*file->due > now) // there was news since
+                continue;
             follow(number, *file); // first, so that what changes from here on is reported again
             if (isEmpty(file->trace) && now < file->first + settings.longest) { // it may just be written anew
                 file->due = file->first + settings.longest;
@@ -249,14 +266,20 @@ private:
                 if (isStopped || files.count(number) == 0)
                     continue;
             }
-            tell(*file);
+            tell(number, *file);
         }
     }
 
-    void tell(const Watched& file) const
+    void tell(int number, const Watched& file)
     {
+        const auto isQuiet = [&] {
+            takeNews();
+            if (traceOf(file.path) != file.trace) // of which the news is still to come
+                postpone(number, Clock::now());
+            return !file.due;
+        };
         try {
-            file.changed();
+            file.changed(isQuiet);
         } catch (const std::exception& error) { // as for want of memory; the next change is reported again
             report(file.path, Reason::tr("it was changed, but not looked at: %1", {error.what()}));
         }

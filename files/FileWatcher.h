@@ -26,9 +26,13 @@ public:
         bool usesSystem = true; // otherwise files are looked at in turns only
     };
 
+    // Whether the file is still as it was when it was found changed, to be asked after it was read: otherwise
+    // what was read may be half of something, and the callback is called again when it is quiet.
+    using IsQuiet = std::function<bool()>;
+
     // Both are called on the watcher's thread with no lock held; they may use the watcher and end it. What
     // the first one throws is reported.
-    using Callback = std::function<void()>;
+    using Callback = std::function<void(const IsQuiet& isQuiet)>;
     // What keeps a file from being watched.
     using Report = std::function<void(const std::string& path, const std::string& reason)>;
 

@@ -182,8 +182,11 @@ std::map<FolderWatches::File, bool> FolderWatches::takeNews()
 {
     std::map<File, bool> concerned;
     alignas(inotify_event) std::array<char, 16384> buffer;
-    ssize_t size = 0;
-    while ((size = ::read(notifier, buffer.data(), buffer.size())) > 0) {
+    constexpr int most = 64; // where a program writes without pause, more comes all the time
+    for (int part = 0; part < most; ++part) {
+        const ssize_t size = ::read(notifier, buffer.data(), buffer.size());
+        if (size <= 0)
+            break;
         known.clear();
         for (std::size_t at = 0; at < static_cast<std::size_t>(size);) {
             inotify_event event = {};

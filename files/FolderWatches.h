@@ -28,8 +28,8 @@ public:
     std::string follow(File file, const std::string& path);
     void forget(File file);
 
-    // Takes the news without waiting: the files that may have changed, once each, and whether a program was
-    // still writing the file then. All are named when the system has lost some.
+    // Takes what there is of news without waiting: the files that may have changed, once each, and whether a
+    // program was still writing the file then. All are named when the system has lost some.
     std::map<File, bool> takeNews();
 
 private:

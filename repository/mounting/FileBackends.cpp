@@ -113,14 +113,17 @@ void FileBackends::watch(const std::shared_ptr<Backend>& backend, std::chrono::s
         return;
     // The watcher must not keep alive what ends it.
     const auto look = [weakTree = std::weak_ptr(tree), weakBackend = std::weak_ptr(backend),
-                       copy = observer] {
+                       copy = observer](const Files::FileWatcher::IsQuiet& isQuiet) {
         const auto attributes = weakTree.lock();
         const auto mounted = weakBackend.lock();
         if (!attributes || !mounted || mounted->isClosed())
             return;
         const auto reload = [&] {
             ChangeApplier applier(*attributes, *mounted);
-            return mounted->reload(Backend::Trigger::Watcher, std::ref(applier));
+            return mounted->reload(Backend::Trigger::Watcher, [&](const auto& change) {
+                if (isQuiet())
+                    applier(change);
+            });
         };
         Outcome outcome = guardMemory(reload);
         if (!outcome.ok())

@@ -61,7 +61,7 @@ void FolderBackends::watch(const std::shared_ptr<FolderBackend>& folder)
 {
     if (!watcher)
         return;
-    const auto look = [this, weak = std::weak_ptr(folder)] {
+    const auto look = [this, weak = std::weak_ptr(folder)](auto&&...) {
         const auto present = weak.lock();
         if (!present || present->isClosed())
             return;

@@ -221,7 +221,7 @@ private slots:
     {
         std::atomic<int> reports{0};
         std::atomic<int> calls{0};
-        const auto call = [&calls] { ++calls; };
+        const auto call = [&calls](auto&&...) { ++calls; };
         FileWatcher watcher([&](auto&&...) { ++reports; });
         const auto name = QFile::encodeName(file).toStdString();
         {
@@ -229,12 +229,29 @@ private slots:
             watcher.watch(name, {}, call);
             QCOMPARE(reports.load(), 1);
         }
-        watcher.watch(name + ".other", std::chrono::system_clock::now() + std::chrono::hours(1), [] {});
+        watcher.watch(name + ".other", std::chrono::system_clock::now() + std::chrono::hours(1),
+                      [](auto&&...) {});
         QTRY_VERIFY(calls > 0);
         const int seen = calls;
         replace(file, withSpeed(5));
         QTRY_VERIFY(calls > seen);
         QCOMPARE(reports.load(), 1);
+    }
+
+    void comesAgainWhereAFileChangesWhileItIsRead()
+    {
+        std::atomic<int> calls{0};
+        std::atomic<int> quietCalls{0};
+        FileWatcher watcher([](auto&&...) {});
+        watcher.watch(QFile::encodeName(file).toStdString(),
+                      std::chrono::system_clock::now() + std::chrono::hours(1), [&](const auto& isQuiet) {
+                          if (++calls <= 2)
+                              writeFile(file, withSpeed(calls));
+                          quietCalls += isQuiet() ? 1 : 0;
+                      });
+        QTRY_VERIFY_WITH_TIMEOUT((calls == 0 ? replace(file, withSpeed(9)) : void(), quietCalls == 1),
+                                 20'000);
+        QCOMPARE(calls.load(), 3);
     }
 
     void survivesWhatACallbackThrows()
@@ -243,7 +260,7 @@ private slots:
         std::atomic<int> calls{0};
         FileWatcher watcher([&](auto&&...) { ++reports; });
         watcher.watch(QFile::encodeName(file).toStdString(),
-                      std::chrono::system_clock::now() + std::chrono::hours(1), [&calls] {
+                      std::chrono::system_clock::now() + std::chrono::hours(1), [&calls](auto&&...) {
                           ++calls;
                           throw std::bad_alloc();
                       });
@@ -265,7 +282,7 @@ private slots:
         FileWatcher watcher([&](auto&&...) { ++reports; }, settings);
         const auto name = QFile::encodeName(file).toStdString();
         const int number = watcher.watch(name, std::chrono::system_clock::now() + std::chrono::hours(1),
-                                         [&calls] { ++calls; });
+                                         [&calls](auto&&...) { ++calls; });
         QTRY_COMPARE(reports.load(), 1);
         for (int i = 1; i <= 5; ++i) {
             const int seen = calls;
@@ -274,7 +291,7 @@ private slots:
         }
         watcher.unwatch(number);
         std::atomic<int> others{0};
-        watcher.watch(name, {}, [&others] { ++others; });
+        watcher.watch(name, {}, [&others](auto&&...) { ++others; });
         QTRY_COMPARE(others.load(), 1);
         const int seen = calls;
         replace(file, oven);
