@@ -170,6 +170,15 @@ private slots:
         row("one", "a:\n- b\n- {c: 0x1F}\n", R"({"a": ["b", {"c": 31}]})");
         row("empty elements", "a:\n-\n- b: 1\n- # c\nd:\n  -\n  -\n",
             R"({"a": [null, {"b": 1}, null], "d": [null, null]})");
+        row("block with a tag, off its text", "a:\n  !b |\n  x\n\n  # y\n-:\n-\n",
+            "{\"a\": \"x\\n\\n# y\\n\", \"-\": [null]}");
+        row("block off its text",
+            "- - a:\n\n      # b\n      &c\n      !d  >- # e\n\n     f\n  -\n      |\n   ---\n    |\n   g\n",
+            "[[{\"a\": \"\\nf\"}, \"---\\n |\\ng\\n\"]]");
+        row("text like a block off its text",
+            "- !a |\n x\n-\n  !a |\n  x\n- [\n  '\n  !b |\n ']\n- |\n  x\n   >\n",
+            "[\"x\\n\", \"x\\n\", [\" !b | \"], \"x\\n >\\n\"]");
+        row("whole block off its text", "!a |\n x\n", "\"x\\n\"");
         row("two", "--- a\n...\n---\n- ~\n- true\n", "\"a\"\n[null, true]");
         forEachCase(false, [](const QString& name, const QString& folder) {
             QByteArray json = contentOf(folder + QStringLiteral("/in.json"));
@@ -245,6 +254,7 @@ private slots:
     {
         const auto row = TestSupport::columns<QByteArray>("yaml");
         row("one", "a: b: c\n");
+        row("block off its text, left of its key", "- a:\n    |\n  b\n");
         row("template", "{{ if .Values.a }}\na: 1\n{{ end }}\n");
         row("NUL", QByteArray("a: 1\n\0b: 2\n", 11));
         row("control character", "a: 1\n\x01: 2\n");
@@ -269,6 +279,14 @@ private slots:
         const Outcome outcome = makeDocument("yaml")->parse(yaml.toStdString());
         QVERIFY(!outcome.ok());
         QVERIFY(outcome.line > 0 && outcome.column > 0);
+    }
+
+    // Where it is in the file, also when other places of that had to be shown to the library differently.
+    void findsFaultBehindGaps()
+    {
+        const auto outcome = makeDocument("yaml")->parse("a:\n- # b\nc:\n  !d |\n e\nf: 'é' g: h\n");
+        QCOMPARE(outcome.line, std::size_t(6));
+        QCOMPARE(outcome.column, std::size_t(8));
     }
 
     // Nine lines can make 10^8 entries, and an alias can lead into itself.
