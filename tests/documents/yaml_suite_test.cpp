@@ -281,12 +281,35 @@ private slots:
         QVERIFY(outcome.line > 0 && outcome.column > 0);
     }
 
-    // Where it is in the file, also when other places of that had to be shown to the library differently.
-    void findsFaultBehindGaps()
+    // At its place, also where another one before it had to be shown to the library differently, and with
+    // what is to be done.
+    void explainsFaults_data()
     {
-        const auto outcome = makeDocument("yaml")->parse("a:\n- # b\nc:\n  !d |\n e\nf: 'é' g: h\n");
-        QCOMPARE(outcome.line, std::size_t(6));
-        QCOMPARE(outcome.column, std::size_t(8));
+        const auto row = TestSupport::columns<QByteArray, QString>("yaml", "message");
+        row("behind gaps", "a:\n- # b\nc:\n  !d |\n e\nf: 'é' g: h\n",
+            "6:8: something follows the quote that ends the text; one within it is written twice");
+        row("sign", "a: @b\n", "1:4: a text that begins with \"@\" must be in quotes");
+        row("colons", "a: b: c\n",
+            "1:5: a second \":\" on this line; a text that has a \":\" and a blank in it must be in quotes");
+        row("template", "a: 1\n{{ if b }}\nc: 2\n",
+            "2:1: this is not an entry, for which it needs a key and \":\"; a template is YAML only once it "
+            "is "
+            "filled in");
+        row("version", "# a\n%YAML 3.0\n---\nb\n", "2:1: only YAML of version 1 is read, as 1.2 is");
+        row("digit", "a: b\nc:\n  - |0\n   d\n", "3:5: the digit of a block of text is one from 1 to 9");
+        row("words of the library", "a: \"b\\d\"\n", "1:6: invalid escape 'd' in double-quoted string");
+    }
+
+    void explainsFaults()
+    {
+        QFETCH(QByteArray, yaml);
+        QFETCH(QString, message);
+        const auto outcome = makeDocument("yaml")->parse(yaml.toStdString());
+        QCOMPARE(QStringLiteral("%1:%2: %3")
+                     .arg(outcome.line)
+                     .arg(outcome.column)
+                     .arg(QString::fromStdString(outcome.error)),
+                 message);
     }
 
     // Nine lines can make 10^8 entries, and an alias can lead into itself.

@@ -1,5 +1,6 @@
 #include "repository/documents/yaml/YamlReader.h"
 
+#include "repository/documents/yaml/YamlFaults.h"
 #include "repository/documents/yaml/YamlTokens.h"
 
 #include <algorithm>
@@ -167,6 +168,12 @@ struct YamlReader::Parser
     {
         fy_diag_cfg diagnosis{};
         fy_diag_cfg_default(&diagnosis);
+        diagnosis.fp = nullptr;
+        diagnosis.show_type = false;
+        diagnosis.output_fn = [](fy_diag*, void* self, const char* message, std::size_t length) {
+            static_cast<Parser*>(self)->said.append(message, length);
+        };
+        diagnosis.user = this;
         errors = fy_diag_create(&diagnosis);
         if (!errors)
             throw std::bad_alloc();
@@ -203,6 +210,7 @@ struct YamlReader::Parser
     }
 
     fy_diag* errors = nullptr;
+    std::string said; // of a fault that has no place and is not collected
     fy_parser* parser = nullptr;
     Parser* before = nullptr; // another one that was left
 };
@@ -250,26 +258,32 @@ bool YamlReader::fail()
 {
     void* previous = nullptr;
     const fy_diag_error* const error = fy_diag_errors_iterate(parser->errors, &previous);
-    if (!error) {
-        outcome = outcomeAt(text, 0, Reason::tr("the text is not YAML"));
-        return false;
+    std::size_t at = 0;
+    if (error) {
+        outcome.line = std::size_t(std::max(error->line, 1));
+        outcome.column = std::size_t(std::max(error->column, 1));
+        at = inText(placeInRead(outcome));
+    } else {
+        at = skipYamlTrivia(text, endOfYamlIndicators(text, lastEnd, text.size()));
     }
-    outcome.error = error->msg;
-    outcome.line = std::size_t(std::max(error->line, 1));
-    outcome.column = std::size_t(std::max(error->column, 1));
-    if (!fills.empty())
-        outcome = outcomeAt(text, inText(placeInFilled(outcome)), outcome.error);
+    std::string message = error ? error->msg : parser->said.substr(0, parser->said.find('\n'));
+    if (message.empty())
+        message = Reason::tr("the text is not YAML");
+    const std::size_t line = findYamlLine(text, at);
+    outcome =
+        outcomeAt(text, at, explainYamlFault(message, text.substr(line, findYamlLineEnd(text, at) - line)));
     return false;
 }
 
-std::size_t YamlReader::placeInFilled(const Outcome& fault) const
+std::size_t YamlReader::placeInRead(const Outcome& fault) const
 {
+    const std::string_view read = fills.empty() ? text : std::string_view(filled);
     std::size_t at = 0;
     for (std::size_t line = 1; line < fault.line; ++line)
-        at = skipYamlLine(filled, at);
-    const std::size_t end = findYamlLineEnd(filled, at);
+        at = skipYamlLine(read, at);
+    const std::size_t end = findYamlLineEnd(read, at);
     for (std::size_t column = 1; column < fault.column && at < end; ++column)
-        at += utf8Length(std::string_view(filled).substr(at));
+        at += utf8Length(read.substr(at));
     return at;
 }
 
@@ -303,9 +317,14 @@ bool YamlReader::next(YamlEvent& event)
         if (!read)
             return fy_parser_get_stream_error(parser->parser) && fail();
         event = YamlEvent();
-        const auto take = [&](YamlEvent::Kind kind, fy_token* token) {
+        const auto takeRange = [&](YamlEvent::Kind kind, YamlRange range) {
             event.kind = kind;
-            event.token = inText(rangeOf(token));
+            event.token = inText(range);
+            lastEnd = event.token.exists() ? event.token.end : lastEnd;
+            return true;
+        };
+        const auto take = [&](YamlEvent::Kind kind, fy_token* token) {
+            takeRange(kind, rangeOf(token));
             event.style = event.token.begin < event.token.end ? YamlStyle::Flow : YamlStyle::Block;
             return true;
         };
@@ -330,16 +349,13 @@ bool YamlReader::next(YamlEvent& event)
             return take(YamlEvent::Kind::SequenceEnd, read->sequence_end.sequence_end);
         case FYET_SCALAR: {
             takeProperties(read->scalar.anchor, read->scalar.tag);
-            event.kind = YamlEvent::Kind::Scalar;
             event.style = styleOf(read->scalar.value);
             const bool isQuoted = event.style == YamlStyle::Single || event.style == YamlStyle::Double;
-            event.token = inText(rangeOf(read->scalar.value, isQuoted ? 1 : 0, isQuoted ? 1 : 0));
-            return true;
+            return takeRange(YamlEvent::Kind::Scalar,
+                             rangeOf(read->scalar.value, isQuoted ? 1 : 0, isQuoted ? 1 : 0));
         }
         case FYET_ALIAS:
-            event.kind = YamlEvent::Kind::Alias;
-            event.token = inText(rangeOf(read->alias.anchor, 1));
-            return true;
+            return takeRange(YamlEvent::Kind::Alias, rangeOf(read->alias.anchor, 1));
         default:
             break;
         }

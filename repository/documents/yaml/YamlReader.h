@@ -42,7 +42,7 @@ private:
 
     void fillGaps();
     bool fail();
-    std::size_t placeInFilled(const Outcome& fault) const;
+    std::size_t placeInRead(const Outcome& fault) const;
     std::size_t inText(std::size_t at) const;
     YamlRange inText(YamlRange range) const;
 
@@ -50,6 +50,7 @@ private:
     std::vector<Fill> fills;
     std::string filled;
     std::unique_ptr<Parser> parser;
+    std::size_t lastEnd = 0; // of what was read
     Outcome outcome;
 };
 
