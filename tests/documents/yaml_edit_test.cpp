@@ -160,6 +160,12 @@ private slots:
             "        d: 2\n");
         row("list as an element", "a:\n- 1 # x\n# of 2\n- 2\nl:\n- {}\n", copyTo("a", "l.0"),
             "a:\n- 1 # x\n# of 2\n- 2\nl:\n- - 1 # x\n  # of 2\n  - 2\n- {}\n");
+        row("map with a tag as an element", "a: !t\n  b: 1\nl:\n    - {}\n", copyTo("a", "l.1"),
+            "a: !t\n  b: 1\nl:\n    - {}\n    - !t\n      b: 1\n");
+        row("list with a tag as an element", "a:\n  b: !t\n  - 'x'\nl:\n  - {}\n", copyTo("a.b", "l.1"),
+            "a:\n  b: !t\n  - 'x'\nl:\n  - {}\n  - !t\n    - 'x'\n");
+        row("list of little indentation as an element", "a:\n - 'x' # y\n - z\nl:\n - {}\n",
+            copyTo("a", "l.0"), "a:\n - 'x' # y\n - z\nl:\n - - 'x' # y\n   - z\n - {}\n");
         row("text of a list", "a:\n- x # x\n- |\n  y\nb:\n    - 1\n", copyTo("a.1", "b.0"),
             "a:\n- x # x\n- |\n  y\nb:\n    - |\n      y\n    - 1\n");
         row("item into a block", "a: [\n  # of x\n  x, # x\n  y\n]\nb:\n- 1\n", copyTo("a.0", "b.1"),
