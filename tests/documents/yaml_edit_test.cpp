@@ -180,6 +180,10 @@ private slots:
             "        d: 2\n");
         row("list as an element", "a:\n- 1 # x\n# of 2\n- 2\nl:\n- {}\n", copyTo("a", "l.0"),
             "a:\n- 1 # x\n# of 2\n- 2\nl:\n- - 1 # x\n  # of 2\n  - 2\n- {}\n");
+        row("text with a line of blanks", "a:\n  - b: 'x'\n    c: |\n      y\n      \n    d: 1\n  - 2\n",
+            copyTo("a.0", "e"),
+            "a:\n  - b: 'x'\n    c: |\n      y\n      \n    d: 1\n  - 2\ne:\n  b: 'x'\n  c: |\n    y\n    \n "
+            " d: 1\n");
         row("map with a tag as an element", "a: !t\n  b: 1\nl:\n    - {}\n", copyTo("a", "l.1"),
             "a: !t\n  b: 1\nl:\n    - {}\n    - !t\n      b: 1\n");
         row("list with a tag as an element", "a:\n  b: !t\n  - 'x'\nl:\n  - {}\n", copyTo("a.b", "l.1"),
