@@ -1786,6 +1786,10 @@
         <source>%1; a template is YAML only once it is filled in</source>
         <translation>%1; eine Vorlage ist erst YAML, wenn sie ausgefüllt ist</translation>
     </message>
+    <message>
+        <source>its value is on the line of &quot;---&quot;, below which no entry can go</source>
+        <translation>der Wert steht in der Zeile von „---“, unter der kein Eintrag stehen kann</translation>
+    </message>
 </context>
 <context>
     <name>Repository</name>
