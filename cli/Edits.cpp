@@ -8,6 +8,8 @@
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/common/PathRules.h"
 
+#include <QRegularExpression>
+
 namespace CommandLine {
 
 bool Edits::readType(const Invocation& invocation, WantedType& type)
@@ -74,8 +76,25 @@ ExitCode Edits::set(const QString& fullPath, const QString& text, WantedType wan
     const auto value = isPlain ? TypedText::readPlain(text) : TypedText::read(text, type, reason);
     if (!value)
         return refuse(fullPath, reason);
-    return wanted || isGuessed ? session.finish(repository.getWriterInterface()->retype(fullPath, *value))
-                               : write(fullPath, *value);
+    const ExitCode code = wanted || isGuessed
+                              ? session.finish(repository.getWriterInterface()->retype(fullPath, *value))
+                              : write(fullPath, *value);
+    if (code == ExitCode::Done && !wanted && !isPlain)
+        tellLostDigits(fullPath, text, *value);
+    return code;
+}
+
+// As of a version, 3.10, where the file has a number.
+void Edits::tellLostDigits(const QString& fullPath, const QString& text, const QVariant& value) const
+{
+    static const QRegularExpression zeroAtEnd(QStringLiteral("\\.\\d*0$"));
+    const bool isNumber = value.userType() == QMetaType::Double;
+    if (!isNumber || !text.contains(zeroAtEnd) || TypedText::readPlain(text).userType() != QMetaType::QString)
+        return;
+    const std::string number = FrameworkCore::Values::toText(FrameworkCore::Values::toValue(value));
+    Output::message(
+        Texts::tr("%1: '%2': '%3' was written as the number %4; with --type text, it stays as it is")
+            .arg(source.given, source.relativePath(fullPath), text, QString::fromStdString(number)));
 }
 
 ExitCode Edits::write(const QString& fullPath, const QVariant& value) const

@@ -41,6 +41,7 @@ public:
 
 private:
     ExitCode refuse(const QString& fullPath, const QString& reason) const;
+    void tellLostDigits(const QString& fullPath, const QString& text, const QVariant& value) const;
 
     Session& session;     // not owned
     const Source& source; // not owned

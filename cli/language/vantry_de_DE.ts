@@ -853,5 +853,9 @@ Mit --json: je Zeile ein Objekt mit &quot;change&quot; (changed, created oder re
         <source>%1: tags are left out, for which it has no form</source>
         <translation>%1: Tags fehlen darin, da es für sie keine Form hat</translation>
     </message>
+    <message>
+        <source>%1: &apos;%2&apos;: &apos;%3&apos; was written as the number %4; with --type text, it stays as it is</source>
+        <translation>%1: &apos;%2&apos;: &apos;%3&apos; wurde als die Zahl %4 geschrieben; mit --type text bleibt es, wie es ist</translation>
+    </message>
 </context>
 </TS>

@@ -1607,10 +1607,6 @@
         <translation>eine Map kann nicht in der Zeile ihres Schlüssels beginnen</translation>
     </message>
     <message>
-        <source>no anchor above this alias has the name %1</source>
-        <translation>kein Anker über diesem Alias hat den Namen %1</translation>
-    </message>
-    <message>
         <source>directives end with a line &quot;---&quot;, which is missing</source>
         <translation>Direktiven enden mit einer Zeile &quot;---&quot;, die fehlt</translation>
     </message>
@@ -1729,6 +1725,66 @@
     <message>
         <source>comments follow its lines, which would be lost</source>
         <translation>seinen Zeilen folgen Kommentare, die verloren gingen</translation>
+    </message>
+    <message>
+        <source>no anchor above has the name %1; a text that begins with &quot;*&quot; must be in quotes</source>
+        <translation>kein Anker darüber hat den Namen %1; ein Text, der mit &quot;*&quot; beginnt, muss in Anführungszeichen stehen</translation>
+    </message>
+    <message>
+        <source>a text that begins with &quot;%1&quot; must be in quotes</source>
+        <translation>ein Text, der mit &quot;%1&quot; beginnt, muss in Anführungszeichen stehen</translation>
+    </message>
+    <message>
+        <source>a second &quot;:&quot; on this line; a text that has a &quot;:&quot; and a blank in it must be in quotes</source>
+        <translation>ein zweiter &quot;:&quot; in dieser Zeile; ein Text, in dem auf &quot;:&quot; ein Leerzeichen folgt, muss in Anführungszeichen stehen</translation>
+    </message>
+    <message>
+        <source>this text would go on in the next line and be a key there; either a blank behind a &quot;:&quot; is missing here, or the next line is indented too far</source>
+        <translation>dieser Text ginge in der nächsten Zeile weiter und wäre dort ein Schlüssel; entweder fehlt hier ein Leerzeichen hinter einem &quot;:&quot;, oder die nächste Zeile ist zu weit eingerückt</translation>
+    </message>
+    <message>
+        <source>this is not an entry, for which it needs a key and &quot;:&quot;</source>
+        <translation>das ist kein Eintrag; dafür braucht es einen Schlüssel und &quot;:&quot;</translation>
+    </message>
+    <message>
+        <source>something follows the quote that ends the text; one within it is written twice</source>
+        <translation>hinter dem Anführungszeichen, das den Text beendet, folgt etwas; eines im Text wird doppelt geschrieben</translation>
+    </message>
+    <message>
+        <source>something follows the quote that ends the text; one within it is written as \&quot;</source>
+        <translation>hinter dem Anführungszeichen, das den Text beendet, folgt etwas; eines im Text wird als \&quot; geschrieben</translation>
+    </message>
+    <message>
+        <source>a comment needs a blank in front of its &quot;#&quot;</source>
+        <translation>ein Kommentar braucht vor dem &quot;#&quot; ein Leerzeichen</translation>
+    </message>
+    <message>
+        <source>a tab indents this line, where YAML takes only blanks</source>
+        <translation>ein Tabulator rückt diese Zeile ein, wo YAML nur Leerzeichen nimmt</translation>
+    </message>
+    <message>
+        <source>this line is indented unlike all entries above it</source>
+        <translation>diese Zeile ist anders eingerückt als alle Einträge darüber</translation>
+    </message>
+    <message>
+        <source>a list in lines begins on the line after its key</source>
+        <translation>eine Liste in Zeilen beginnt in der Zeile nach ihrem Schlüssel</translation>
+    </message>
+    <message>
+        <source>a comma is missing here, or the bracket that closes what is above</source>
+        <translation>hier fehlt ein Komma, oder die Klammer, die schließt, was darüber steht</translation>
+    </message>
+    <message>
+        <source>only YAML of version 1 is read, as 1.2 is</source>
+        <translation>nur YAML der Version 1 wird gelesen, wie 1.2</translation>
+    </message>
+    <message>
+        <source>the digit of a block of text is one from 1 to 9</source>
+        <translation>die Ziffer eines Textblocks ist eine von 1 bis 9</translation>
+    </message>
+    <message>
+        <source>%1; a template is YAML only once it is filled in</source>
+        <translation>%1; eine Vorlage ist erst YAML, wenn sie ausgefüllt ist</translation>
     </message>
     <message>
         <source>its value is on the line of &quot;---&quot;, below which no entry can go</source>

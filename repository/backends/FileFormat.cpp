@@ -145,6 +145,18 @@ bool isBinary(std::string_view text)
     return text.find('\0') != std::string_view::npos;
 }
 
+// Whether a change of a file is in it, as diff writes it, whose lines may be those of any format.
+bool isDiff(std::string_view text)
+{
+    constexpr std::string_view newName = "\n+++ ";
+    for (std::size_t at = text.find(newName); at < text.size(); at = text.find(newName, at + 1)) {
+        const std::string_view before = text.substr(0, at);
+        if (before.substr(before.rfind('\n') + 1, 4) == "--- ")
+            return true;
+    }
+    return false;
+}
+
 // Of a file whose name tells nothing.
 QString typeByText(std::string_view text)
 {
@@ -177,13 +189,14 @@ QString typeOf(const FileName& name, std::string_view text)
     const std::string dialect = Documents::typeByName(name.file);
     if (!dialect.empty())
         return QString::fromStdString(dialect);
-    if (const auto* claiming = name.isForeign ? nullptr : formatThatClaims(text))
+    const bool isForeign = name.isForeign || isDiff(text);
+    if (const auto* claiming = isForeign ? nullptr : formatThatClaims(text))
         return nameOf(claiming);
     if (name.likely && name.likely->rulesOut(text))
         return {};
     if (name.likely)
         return typeOf(*name.likely, name, text);
-    return name.isForeign ? QString() : typeByText(text);
+    return isForeign ? QString() : typeByText(text);
 }
 
 // Whether both types read the same in a text.

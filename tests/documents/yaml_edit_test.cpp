@@ -82,6 +82,19 @@ private slots:
         row("empty list", "a:\n- x\nb: 1\n", setTo("a", list({})), "a:\n []\nb: 1\n");
         row("after the last", "a:\n  b: 1 # c\n  # in a\n\n# of d\nd: 2\n", add("a.k", integer(5)),
             "a:\n  b: 1 # c\n  # in a\n  k: 5\n\n# of d\nd: 2\n");
+        row("apart as the others", "a: 1\n\nb:\n  - x\n\n  - y\n", add("c", integer(2)),
+            "a: 1\n\nb:\n  - x\n\n  - y\n\nc: 2\n");
+        row("not apart as most", "a: 1\nb: 2\n\nc: 3\n", add("d", integer(4)), "a: 1\nb: 2\n\nc: 3\nd: 4\n");
+        row("between some apart", "- a: 1\r\n\r\n# of b\r\n- b: 2\r\n", addElement("1", {{"k", integer(1)}}),
+            "- a: 1\r\n\r\n- k: 1\r\n\r\n# of b\r\n- b: 2\r\n");
+        row("behind a text with empty lines", "- |+\n  a\n\n- |+\n  b\n\n- 1\n",
+            addElement("3", {{{}, integer(1)}}), "- |+\n  a\n\n- |+\n  b\n\n- 1\n- 1\n");
+        row("text with empty lines between some apart", "- a: 1\n\n- b: 2\n",
+            addElement("1", {{{}, text("x\n\n")}}), "- a: 1\n\n- \"x\\n\\n\"\n\n- b: 2\n");
+        row("apart in a list", "a:\n- x\n\n- y\n", setTo("a", list({"x", "z", "y"})),
+            "a:\n- x\n\n- z\n\n- y\n");
+        row("behind blanks", "a:\n- x \n- y \nb: 1\n", setTo("a", list({"x", "y", "z"})),
+            "a:\n- x \n- y \n- z\nb: 1\n");
         row("into comments", "# the file\n", add("k", integer(1)), "# the file\nk: 1\n");
         row("no line end", "a: 1", add("k", integer(1)), "a: 1\nk: 1\n");
         row("step of the file", "a:\n    b: 1\n", add("c.d.e", text("x")),
@@ -119,6 +132,13 @@ private slots:
         row("whole", "", addAll("", {{"a.b", text("x")}, {"c", list({"w", "yes"})}}),
             "a:\n  b: x\nc:\n  - w\n  - \"yes\"\n");
         row("comments stay", "# of a\na: 1 # c\n# of b\nb: 2\n", drop("a"), "# of a\n# of b\nb: 2\n");
+        row("between empty lines", "a: 1\n\n\nb: 2\n\nc: 3\n", drop("b"), "a: 1\n\nc: 3\n");
+        row("last below an empty line", "a: 1\n\nb: 2\n", drop("b"), "a: 1\n");
+        row("first above an empty line", "a:\n  b: 1\n\n  c: 2\n", drop("a.b"), "a:\n  c: 2\n");
+        row("between an empty line and a comment", "a: 1\n\n# b\nb: 2\n\nc: 3\n", drop("b"),
+            "a: 1\n\n# b\n\nc: 3\n");
+        row("below the comment of a file", "# x\n\na: 1\n\nb: 2\n", drop("a"), "# x\n\nb: 2\n");
+        row("below the empty lines of a text", "a: |+\n  x\n\nb: 1\n", drop("b"), "a: |+\n  x\n\n");
         row("the last entry", "a: # x\n  # y\n  b: 1\nc: 2\n", drop("a.b"), "a: {} # x\n  # y\nc: 2\n");
         row("the last element", "a:\n- {}\nb: 1\n", drop("a.0"), "a: []\nb: 1\n");
         row("first in an element", "- a: 1\n  b: 2\n", drop("0.a"), "- b: 2\n");
@@ -170,6 +190,16 @@ private slots:
             "        d: 2\n");
         row("list as an element", "a:\n- 1 # x\n# of 2\n- 2\nl:\n- {}\n", copyTo("a", "l.0"),
             "a:\n- 1 # x\n# of 2\n- 2\nl:\n- - 1 # x\n  # of 2\n  - 2\n- {}\n");
+        row("text with a line of blanks", "a:\n  - b: 'x'\n    c: |\n      y\n      \n    d: 1\n  - 2\n",
+            copyTo("a.0", "e"),
+            "a:\n  - b: 'x'\n    c: |\n      y\n      \n    d: 1\n  - 2\ne:\n  b: 'x'\n  c: |\n    y\n    \n "
+            " d: 1\n");
+        row("map with a tag as an element", "a: !t\n  b: 1\nl:\n    - {}\n", copyTo("a", "l.1"),
+            "a: !t\n  b: 1\nl:\n    - {}\n    - !t\n      b: 1\n");
+        row("list with a tag as an element", "a:\n  b: !t\n  - 'x'\nl:\n  - {}\n", copyTo("a.b", "l.1"),
+            "a:\n  b: !t\n  - 'x'\nl:\n  - {}\n  - !t\n    - 'x'\n");
+        row("list of little indentation as an element", "a:\n - 'x' # y\n - z\nl:\n - {}\n",
+            copyTo("a", "l.0"), "a:\n - 'x' # y\n - z\nl:\n - - 'x' # y\n   - z\n - {}\n");
         row("text of a list", "a:\n- x # x\n- |\n  y\nb:\n    - 1\n", copyTo("a.1", "b.0"),
             "a:\n- x # x\n- |\n  y\nb:\n    - |\n      y\n    - 1\n");
         row("item into a block", "a: [\n  # of x\n  x, # x\n  y\n]\nb:\n- 1\n", copyTo("a.0", "b.1"),
@@ -217,6 +247,11 @@ private slots:
         row("key that is null elsewhere", "on: a\n", renameTo("on", "~"), "\"~\": a\n");
         row("with comments below", "s:\n  p: 1 # c\n  # off: 2\n\n  # end\n# of t\nt: 3\n", copyTo("s", "t2"),
             "s:\n  p: 1 # c\n  # off: 2\n\n  # end\n# of t\nt: 3\nt2:\n  p: 1 # c\n  # off: 2\n\n  # end\n");
+        row("element apart to the front", "- a: 1\n\n# c\n- c: 3\n\n- b: 2\n", move("2", "0"),
+            "- b: 2\n\n- a: 1\n\n# c\n- c: 3\n");
+        row("element apart to the end", "a:\n  - x: 1\n\n  - y: 2\nb: 1\n", move("a.0", "a.1"),
+            "a:\n  - y: 2\n\n  - x: 1\nb: 1\n");
+        row("text to the end without a line end", "- |\n  a\n- {}", move("0", "1"), "- {}\n- |\n  a\n");
         row("element with comments below", "- a: 1\n  # off: 2\n# of b\n- b: 3\n  # end\n", move("0", "1"),
             "# of b\n- b: 3\n  # end\n- a: 1\n  # off: 2\n");
         row(
@@ -292,7 +327,6 @@ private slots:
         row("comment of a block", "a: | # c\n  x\n", setTo("a", list({})), "\"# c\" on its first line");
         row("line of a directive", ">\n a\n%b\n", setTo("", number(3)), "what is around it");
         row("list above a comment", "a:\n- x\n  # c\n", setTo("a", list({"x\ny"})), "what is around it");
-        row("list before blanks", "a:\n- x \t\n", setTo("a", list({"x\ny"})), "what is around it");
         row("beside a comment", "{ ? #c\n}\n", setTo("%00", integer(5)), "what is around it");
         row("nothing to merge", "a:\n  <<:\n", setTo("a.<<", list({"x"})), "what is around it");
         row("below a type tag", "# @type date\na: [x]\n", setTo("a", text("2024-01-02")),

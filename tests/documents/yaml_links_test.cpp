@@ -79,6 +79,10 @@ private slots:
             "n: &n 1\na: &x\n- 0\n- 2\nb: *x\n");
         row("last element below a comment", "n: &n q\ni:\n- *n\n# c\n- a # d\n", setTo("i", list({"q"})),
             "n: &n q\ni:\n- *n\n# c\n");
+        row("copied within an anchored list", "a: &x\n- 'p'\n- q\nb: *x\nc: [*x]\n", copyTo("a.0", "a.2"),
+            "a: &x\n- 'p'\n- q\n- 'p'\nb: *x\nc: [*x]\n");
+        row("moved within an anchored list", "a: &x\n- 'p'\n- q\n- r\nb: *x\nc: [*x]\n", move("a.0", "a.2"),
+            "a: &x\n- q\n- r\n- 'p'\nb: *x\nc: [*x]\n");
         row("removed from an anchored map", "a: &x\n  k: 1\n  l: 2\nb: *x\n", drop("a.k"),
             "a: &x\n  l: 2\nb: *x\n");
         row("renamed in a merged map", "b: &b\n  x: 1\nm: {<<: *b}\n", renameTo("b.x", "z"),

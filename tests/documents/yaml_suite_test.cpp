@@ -170,6 +170,15 @@ private slots:
         row("one", "a:\n- b\n- {c: 0x1F}\n", R"({"a": ["b", {"c": 31}]})");
         row("empty elements", "a:\n-\n- b: 1\n- # c\nd:\n  -\n  -\n",
             R"({"a": [null, {"b": 1}, null], "d": [null, null]})");
+        row("block with a tag, off its text", "a:\n  !b |\n  x\n\n  # y\n-:\n-\n",
+            "{\"a\": \"x\\n\\n# y\\n\", \"-\": [null]}");
+        row("block off its text",
+            "- - a:\n\n      # b\n      &c\n      !d  >- # e\n\n     f\n  -\n      |\n   ---\n    |\n   g\n",
+            "[[{\"a\": \"\\nf\"}, \"---\\n |\\ng\\n\"]]");
+        row("text like a block off its text",
+            "- !a |\n x\n-\n  !a |\n  x\n- [\n  '\n  !b |\n ']\n- |\n  x\n   >\n",
+            "[\"x\\n\", \"x\\n\", [\" !b | \"], \"x\\n >\\n\"]");
+        row("whole block off its text", "!a |\n x\n", "\"x\\n\"");
         row("two", "--- a\n...\n---\n- ~\n- true\n", "\"a\"\n[null, true]");
         forEachCase(false, [](const QString& name, const QString& folder) {
             QByteArray json = contentOf(folder + QStringLiteral("/in.json"));
@@ -245,6 +254,7 @@ private slots:
     {
         const auto row = TestSupport::columns<QByteArray>("yaml");
         row("one", "a: b: c\n");
+        row("block off its text, left of its key", "- a:\n    |\n  b\n");
         row("template", "{{ if .Values.a }}\na: 1\n{{ end }}\n");
         row("NUL", QByteArray("a: 1\n\0b: 2\n", 11));
         row("control character", "a: 1\n\x01: 2\n");
@@ -269,6 +279,37 @@ private slots:
         const Outcome outcome = makeDocument("yaml")->parse(yaml.toStdString());
         QVERIFY(!outcome.ok());
         QVERIFY(outcome.line > 0 && outcome.column > 0);
+    }
+
+    // At its place, also where another one before it had to be shown to the library differently, and with
+    // what is to be done.
+    void explainsFaults_data()
+    {
+        const auto row = TestSupport::columns<QByteArray, QString>("yaml", "message");
+        row("behind gaps", "a:\n- # b\nc:\n  !d |\n e\nf: 'é' g: h\n",
+            "6:8: something follows the quote that ends the text; one within it is written twice");
+        row("sign", "a: @b\n", "1:4: a text that begins with \"@\" must be in quotes");
+        row("colons", "a: b: c\n",
+            "1:5: a second \":\" on this line; a text that has a \":\" and a blank in it must be in quotes");
+        row("template", "a: 1\n{{ if b }}\nc: 2\n",
+            "2:1: this is not an entry, for which it needs a key and \":\"; a template is YAML only once it "
+            "is "
+            "filled in");
+        row("version", "# a\n%YAML 3.0\n---\nb\n", "2:1: only YAML of version 1 is read, as 1.2 is");
+        row("digit", "a: b\nc:\n  - |0\n   d\n", "3:5: the digit of a block of text is one from 1 to 9");
+        row("words of the library", "a: \"b\\d\"\n", "1:6: invalid escape 'd' in double-quoted string");
+    }
+
+    void explainsFaults()
+    {
+        QFETCH(QByteArray, yaml);
+        QFETCH(QString, message);
+        const auto outcome = makeDocument("yaml")->parse(yaml.toStdString());
+        QCOMPARE(QStringLiteral("%1:%2: %3")
+                     .arg(outcome.line)
+                     .arg(outcome.column)
+                     .arg(QString::fromStdString(outcome.error)),
+                 message);
     }
 
     // Nine lines can make 10^8 entries, and an alias can lead into itself.

@@ -74,6 +74,9 @@ private slots:
         row("settings", "--- # c\nk: 1\n", "yaml");
         row("settings", "k: 1\nl: 2\n", "");
         row("change", "--- a/b\n+++ b/b\n@@ -1 +1 @@\n-c: d\n", "");
+        row("change", "From: a\nTo:\n- b\n---\n c | 2 +-\n\n--- a/c\n+++ b/c\n@@ -1 +1 @@\n-d: e\n+d: f\n",
+            "");
+        row("sizes", "- 109 md5:29 - \"a\"\n- 0 md5:d4 - \"b\"\n", "");
         row("notes.md", "k:\n  - l\n", "");
         row("AUTHORS", "k:\n  - l\n", "");
         row("settings", "[a]\nk = [\"b\"]\n", "toml");

@@ -187,7 +187,7 @@ private slots:
         row("yaml: key", "yaml", "m.a.b", "m.a.c", true, "a:\n  'b' : 0x1F # d\n", "a:\n  'c' : 0x1F # d\n");
         row("yaml: move", "yaml", "m.s.b", "m.t.c", true,
             "s:\n  a: 1\n\n  # of b\n  # too\n  b: # in b\n  - 1.0 # after\n\nt:\n    x: 1\n# end\n",
-            "s:\n  a: 1\n\n\nt:\n    x: 1\n    # of b\n    # too\n    c: # in b\n    - 1.0 # after\n# end\n");
+            "s:\n  a: 1\n\nt:\n    x: 1\n    # of b\n    # too\n    c: # in b\n    - 1.0 # after\n# end\n");
         row("yaml: copy", "yaml", "m.s", "m.t", false,
             "# of s\ns:\n  # in s\n  a: 0x10\n\n  u: 'q'\n\n# end\n",
             "# of s\ns:\n  # in s\n  a: 0x10\n\n  u: 'q'\n# of s\nt:\n  # in s\n  a: 0x10\n\n  u: 'q'\n\n# "

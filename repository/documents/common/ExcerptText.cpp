@@ -6,11 +6,12 @@ namespace Repository::Documents {
 
 namespace {
 
-// A line's content in place of its former indentation; a line that is less indented stays as it is.
+// A line's content in place of its former indentation; one that is less indented or empty stays as it is, but
+// not one of blanks, which may be in a text.
 void appendIndentation(std::string& text, std::string_view line, std::string_view before,
                        std::string_view indentation, std::size_t& at)
 {
-    if (!startsWith(line, before) || isBlankLine(textLineAt(line, 0).content))
+    if (!startsWith(line, before) || textLineAt(line, 0).content.empty())
         return;
     text += indentation;
     at += before.size();

@@ -15,8 +15,10 @@ void YamlBuilder::addAlias(const YamlEvent& event)
     const bool showsOwnKey = frame.isMap && name == frame.keyAnchor;
     const auto found = showsOwnKey ? anchors.end() : anchors.find(name);
     if (found == anchors.end() && !showsOwnKey && !isPart)
-        fault = outcomeAt(source(), event.token.begin,
-                          Reason::tr("no anchor above this alias has the name %1", {quoted(name)}));
+        fault = outcomeAt(
+            source(), event.token.begin,
+            Reason::tr("no anchor above has the name %1; a text that begins with \"*\" must be in quotes",
+                       {quoted(name)}));
     Anchor anchor = found == anchors.end() ? Anchor() : found->second;
     YamlNode node;
     node.begin = node.value = std::uint32_t(event.token.begin);

@@ -18,8 +18,8 @@ std::uint32_t offset(std::size_t at)
 
 } // namespace
 
-YamlBuilder::YamlBuilder(YamlTree& yamlTree, bool fillsElements, bool readsPart)
-    : tree(yamlTree), mayHaveTags(source().find("@type") != std::string_view::npos), fills(fillsElements),
+YamlBuilder::YamlBuilder(YamlTree& yamlTree, bool fillsGaps, bool readsPart)
+    : tree(yamlTree), mayHaveTags(source().find("@type") != std::string_view::npos), fills(fillsGaps),
       isPart(readsPart)
 {
 }

@@ -18,7 +18,7 @@ public:
     static constexpr std::size_t mostCopies = 100000; // of what aliases and merges show
 
     // As YamlReader does it.
-    YamlBuilder(YamlTree& yamlTree, bool fillsElements, bool readsPart);
+    YamlBuilder(YamlTree& yamlTree, bool fillsGaps, bool readsPart);
 
     Outcome build();
 

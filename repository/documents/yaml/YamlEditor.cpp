@@ -169,7 +169,8 @@ Outcome YamlEditor::insertLines(NodeId collection, std::string lines)
     if (isBehindLine && endsLine(lines))
         lines.replace(endOfYamlContent(lines, lines.size()), std::string::npos,
                       text().substr(endOfYamlContent(text(), at), at - endOfYamlContent(text(), at)));
-    edit(at, at, (isBehindLine ? "" : file.lineEnd) + lines);
+    const bool isApart = layout.keepsApart(collection, noNode);
+    edit(at, at, (isBehindLine ? "" : file.lineEnd) + (isApart ? file.lineEnd : "") + lines);
     return {};
 }
 
@@ -207,6 +208,7 @@ Outcome YamlEditor::insertLinesAt(NodeId collection, std::size_t position, std::
     place = next;
     if (layout.beginsLine(next)) {
         const std::size_t at = layout.commentsAbove(next);
+        lines += layout.keepsApart(collection, next) ? file.lineEnd : "";
         edit(at, at, std::move(lines));
         return {};
     }

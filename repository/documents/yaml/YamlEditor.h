@@ -94,6 +94,7 @@ private:
     void removeBlock(NodeId id, Comments comments);
     std::size_t beginWith(NodeId id, Comments comments) const;
     std::size_t endWith(NodeId id, Comments comments) const;
+    Edit linesOf(NodeId id, Comments comments) const;
     void removeLines(NodeId id, Comments comments);
     void removeCompact(NodeId id, Comments comments);
     void empty(NodeId collection, Comments comments);

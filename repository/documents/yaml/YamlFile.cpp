@@ -36,10 +36,10 @@ YamlFile::YamlFile(std::string text, TextEncoding textEncoding)
 Outcome YamlFile::readText(bool isPart)
 {
     const Outcome outcome = YamlBuilder(tree, false, isPart).build();
-    if (outcome.ok() || !YamlReader::hasEmptyElements(tree.getOriginal()))
+    if (outcome.ok() || !YamlReader::hasGaps(tree.getOriginal()))
         return outcome;
     tree = YamlTree(std::string(tree.getOriginal()));
-    return YamlBuilder(tree, true, isPart).build().ok() ? Outcome() : outcome;
+    return YamlBuilder(tree, true, isPart).build();
 }
 
 PathMatch YamlFile::match(std::string_view path) const

@@ -22,13 +22,22 @@ std::string writeEntries(const std::vector<Entry>& entries, std::string& text)
     return writer.error;
 }
 
+// The one of a key; npos without any.
+std::size_t findColon(std::string_view line)
+{
+    std::size_t at = line.find(':');
+    while (at < line.size() && at + 1 < line.size() && !isYamlBlank(line[at + 1]))
+        at = line.find(':', at + 1);
+    return at;
+}
+
 } // namespace
 
 // Files of lines have neither maps and lists within others nor the marker of a document.
 bool YamlFormat::claims(std::string_view text) const
 {
     const std::string_view first = textLineAt(text, skipYamlTrivia(text, 0)).content;
-    const bool hasKey = first.find(':') < first.find('=') && !startsWith(first, "[");
+    const bool hasKey = findColon(first) < first.find('=') && !startsWith(first, "[");
     const bool hasMarker = first == "---" || startsWith(first, "--- ");
     if (!hasKey && !hasMarker)
         return false;

@@ -87,9 +87,24 @@ bool YamlGuard::showsSame(NodeId before, NodeId after) const
     const auto target = counterparts.find(origin.node);
     if (!origin.isKey && target != counterparts.end() && edited.tree.originOf(after).node != target->second)
         return false;
+    if (target != counterparts.end() && hasOtherElements(origin.node, target->second))
+        return true;
     const bool isValue = origin.node != noNode && origin.node != changed && !origin.isKey &&
                          former.tree.node(before).isLeaf() && edited.tree.node(after).isLeaf();
     return !isValue || Documents::isSame(former.read(before), edited.read(after));
+}
+
+// Of a list of texts, which is one value: whether some were added, or taken out, which what shows it shows,
+// too.
+bool YamlGuard::hasOtherElements(NodeId before, NodeId after) const
+{
+    const auto isIn = [](const YamlNode& list) {
+        return [&list](const Range& range) { return range.begin < list.valueEnd && list.value < range.end; };
+    };
+    const YamlNode& old = former.tree.node(before);
+    return old.kind == YamlKind::List &&
+           (std::any_of(removed.begin(), removed.end(), isIn(old)) ||
+            std::any_of(inserted.begin(), inserted.end(), isIn(edited.tree.node(after))));
 }
 
 bool YamlGuard::isSame(NodeId before, NodeId after) const

@@ -59,6 +59,7 @@ private:
     bool isSame(NodeId before, NodeId after) const;
     bool isSameContent(NodeId before, NodeId after) const;
     bool showsSame(NodeId before, NodeId after) const;
+    bool hasOtherElements(NodeId before, NodeId after) const;
     bool mayMergeOther(NodeId id) const;
 
     Cursor atFormer() const { return {former, removed, formerPart.first, formerPart.end}; }

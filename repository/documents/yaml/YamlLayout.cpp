@@ -64,6 +64,38 @@ std::size_t YamlLayout::commentsAbove(NodeId id) const
     return top;
 }
 
+bool YamlLayout::isEmptyLine(std::size_t line) const
+{
+    const std::size_t content = skipYamlBlanks(text(), line);
+    return content < text().size() && isYamlBreak(text()[content]);
+}
+
+bool YamlLayout::isEmptyAbove(std::size_t line) const
+{
+    return line > 0 && isEmptyLine(findYamlLine(text(), endOfYamlContent(text(), line)));
+}
+
+bool YamlLayout::isApart(NodeId id) const
+{
+    const NodeId previous = id == noNode ? noNode : tree.node(id).previous;
+    return previous != noNode && beginsLine(id) && !endsOpen(previous) && isEmptyAbove(commentsAbove(id));
+}
+
+// At the end, as the last entries are mostly.
+bool YamlLayout::keepsApart(NodeId collection, NodeId next) const
+{
+    if (next != noNode)
+        return isApart(tree.node(next).previous == noNode ? tree.node(next).next : next);
+    constexpr int enough = 4;
+    const NodeId last = tree.lastOwn(collection);
+    int seen = 0;
+    int apart = 0;
+    for (NodeId id = last; id != noNode && tree.node(id).previous != noNode && seen < enough;
+         id = tree.node(id).previous, ++seen)
+        apart += isApart(id) ? 1 : 0;
+    return isApart(last) && !endsOpen(last) && 2 * apart > seen;
+}
+
 std::size_t YamlLayout::tagAbove(NodeId id) const
 {
     const std::size_t line = findYamlLine(text(), beginOf(id));
@@ -149,14 +181,20 @@ bool YamlLayout::hasAnchors(NodeId id) const
     return false;
 }
 
-// Whether it ends with a text that takes up all empty lines after it.
-bool YamlLayout::endsOpen(NodeId id) const
+std::optional<char> YamlLayout::chompingAtEnd(NodeId id) const
 {
     while (tree.lastOwn(id) != noNode && !tree.node(id).isFlow() && !tree.node(id).isAlias)
         id = tree.lastOwn(id);
+    if (!tree.node(id).isBlockScalar())
+        return {};
     const std::string_view value = tree.readValueText(id);
-    const std::string_view block = value.substr(tagOfYamlScalar(value).size());
-    return tree.node(id).isBlockScalar() && readYamlBlockHeader(block).chomping == '+';
+    return readYamlBlockHeader(value.substr(tagOfYamlScalar(value).size())).chomping;
+}
+
+// Whether it ends with a text that takes up all empty lines after it.
+bool YamlLayout::endsOpen(NodeId id) const
+{
+    return chompingAtEnd(id) == '+';
 }
 
 BracketItems YamlLayout::bracketsAround(NodeId item) const

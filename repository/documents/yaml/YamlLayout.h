@@ -35,6 +35,15 @@ public:
     // The line of the comment that tags the type of what begins with an entry, or its own line.
     std::size_t tagAbove(NodeId id) const;
 
+    // Whether an empty line, which is part of no text, sets an entry and the comments above it apart from the
+    // one before; and whether it sets an entry apart that comes before another one, or last.
+    bool isApart(NodeId id) const;
+    bool keepsApart(NodeId collection, NodeId next) const;
+
+    // Whether a line is empty, and the one above it.
+    bool isEmptyLine(std::size_t line) const;
+    bool isEmptyAbove(std::size_t line) const;
+
     // Where a new line goes after the last entry of a block: before what belongs to another one.
     std::size_t endOfBlock(NodeId collection) const;
 
@@ -57,6 +66,10 @@ public:
     // Whether an entry or what is below it has an anchor, or ends with a text that takes all lines after it.
     bool hasAnchors(NodeId id) const;
     bool endsOpen(NodeId id) const;
+
+    // The sign of a block of text with which an entry ends that says what becomes of its last line ends: '+',
+    // '-', or a blank for none; nothing where it ends otherwise.
+    std::optional<char> chompingAtEnd(NodeId id) const;
 
     // The comments above an entry in a block and behind it, as people read them.
     std::string commentOf(NodeId id) const;

@@ -150,7 +150,7 @@ std::optional<std::string> spellYamlList(const Texts& list, std::string_view for
     if (former[0] == '-' && !list.empty() && text.compare(0, indentation, std::string(indentation, ' ')) != 0)
         return {};
     text.erase(0, list.empty() ? skipYamlTrivia(text, 0) : indentation);
-    text.resize(text.find_last_not_of(" \t\r\n") + 1);
+    text.resize(text.find_last_not_of("\r\n") + 1);
     return readYamlTexts(text, column) == list ? std::optional(std::move(text)) : std::nullopt;
 }
 

@@ -1,5 +1,6 @@
 #include "repository/documents/yaml/YamlReader.h"
 
+#include "repository/documents/yaml/YamlFaults.h"
 #include "repository/documents/yaml/YamlTokens.h"
 
 #include <algorithm>
@@ -58,22 +59,80 @@ std::optional<std::size_t> findForeignByte(std::string_view text)
     return {};
 }
 
-constexpr std::string_view nullElement = " ~";
-
-// After the "-" of elements that have nothing; and such lines in texts, which stay texts with a null more.
-std::vector<std::size_t> findEmptyElements(std::string_view text)
+// Something that the library must see at a place of the text.
+struct Gap
 {
-    std::vector<std::size_t> found;
-    for (std::size_t line = 0; line < text.size(); line = skipYamlLine(text, line)) {
-        const std::size_t dash = skipYamlBlanks(text, line);
-        const std::size_t rest = skipYamlBlanks(text, dash + 1);
-        const bool isAlone =
-            rest >= text.size() || isYamlBreak(text[rest]) || (text[rest] == '#' && rest > dash + 1);
-        if (dash == text.size() || text[dash] != '-' || !isAlone)
+    std::size_t at;
+    std::string filling;
+};
+
+// After the "-" of an element that has nothing.
+std::optional<Gap> findEmptyElement(std::string_view text, std::size_t line)
+{
+    const std::size_t dash = skipYamlBlanks(text, line);
+    const std::size_t rest = skipYamlBlanks(text, dash + 1);
+    const bool isAlone =
+        rest >= text.size() || isYamlBreak(text[rest]) || (text[rest] == '#' && rest > dash + 1);
+    if (dash == text.size() || text[dash] != '-' || !isAlone)
+        return {};
+    const std::size_t next = skipYamlTrivia(text, dash + 1);
+    if (next < text.size() && columnOfYaml(text, next) > dash - line)
+        return {};
+    return Gap{dash + 1, " ~"};
+}
+
+// After the tags and anchors that come next.
+std::size_t skipProperties(std::string_view text, std::size_t at)
+{
+    while (at < text.size() && (text[at] == '!' || text[at] == '&'))
+        at = skipYamlBlanks(text, std::min(text.find_first_of(" \t\r\n", at), text.size()));
+    return at;
+}
+
+// The column of the key, or of the indicator, on a line above that has one; -1 without any.
+std::ptrdiff_t columnAbove(std::string_view text, std::size_t line)
+{
+    while (line > 0) {
+        line = findYamlLine(text, line - 1);
+        std::size_t at = skipYamlBlanks(text, line);
+        const std::size_t end = findYamlLineEnd(text, at);
+        const std::size_t rest = skipProperties(text, at);
+        if (rest == end || text[rest] == '#')
             continue;
-        const std::size_t next = skipYamlTrivia(text, dash + 1);
-        if (next == text.size() || columnOfYaml(text, next) <= dash - line)
-            found.push_back(dash + 1);
+        const std::size_t last = endOfYamlIndicators(text, at, end);
+        if (last > at)
+            at = skipYamlTail(text, last) == end ? last - 1 : skipYamlBlanks(text, last);
+        return text.substr(line, 3) == "---" ? -1 : std::ptrdiff_t(at - line);
+    }
+    return -1;
+}
+
+// Before a block scalar that begins on a line of its own, further in than its text.
+std::optional<Gap> findScalarOffItsText(std::string_view text, std::size_t line)
+{
+    const std::size_t at = skipProperties(text, skipYamlBlanks(text, line));
+    if (at == text.size() || (text[at] != '|' && text[at] != '>'))
+        return {};
+    const std::size_t end = std::min(text.find_first_not_of("|>+-", at), text.size());
+    if (skipYamlTail(text, end) != findYamlLineEnd(text, end))
+        return {};
+    const std::size_t next = skipYamlLine(text, end);
+    const std::size_t first = std::min(text.find_first_not_of(" \r\n", next), text.size());
+    const std::size_t column = columnOfYaml(text, first);
+    if (column >= at - line || std::ptrdiff_t(column) <= columnAbove(text, line))
+        return {};
+    return Gap{at, '\n' + std::string(column, ' ')};
+}
+
+// Also in texts, which stay texts with a null or a line break more.
+std::vector<Gap> findGaps(std::string_view text)
+{
+    std::vector<Gap> found;
+    for (std::size_t line = 0; line < text.size(); line = skipYamlLine(text, line)) {
+        auto gap = findEmptyElement(text, line);
+        gap = gap ? gap : findScalarOffItsText(text, line);
+        if (gap)
+            found.push_back(std::move(*gap));
     }
     return found;
 }
@@ -109,6 +168,12 @@ struct YamlReader::Parser
     {
         fy_diag_cfg diagnosis{};
         fy_diag_cfg_default(&diagnosis);
+        diagnosis.fp = nullptr;
+        diagnosis.show_type = false;
+        diagnosis.output_fn = [](fy_diag*, void* self, const char* message, std::size_t length) {
+            static_cast<Parser*>(self)->said.append(message, length);
+        };
+        diagnosis.user = this;
         errors = fy_diag_create(&diagnosis);
         if (!errors)
             throw std::bad_alloc();
@@ -145,11 +210,12 @@ struct YamlReader::Parser
     }
 
     fy_diag* errors = nullptr;
+    std::string said; // of a fault that has no place and is not collected
     fy_parser* parser = nullptr;
     Parser* before = nullptr; // another one that was left
 };
 
-YamlReader::YamlReader(std::string_view yaml, bool fillsElements) : text(yaml)
+YamlReader::YamlReader(std::string_view yaml, bool fillsGaps) : text(yaml)
 {
     if (const auto foreign = findForeignByte(text)) {
         const auto byte = static_cast<unsigned char>(text[*foreign]);
@@ -159,21 +225,27 @@ YamlReader::YamlReader(std::string_view yaml, bool fillsElements) : text(yaml)
                                 ? Reason::tr("this is not valid UTF-8")
                                 : Reason::tr("a control character, which YAML forbids"));
     } else if (!text.empty()) {
-        std::size_t at = 0;
-        for (const std::size_t end : fillsElements ? findEmptyElements(text) : std::vector<std::size_t>()) {
-            filled += text.substr(at, end - at);
-            fills.push_back(filled.size());
-            filled += nullElement;
-            at = end;
-        }
-        filled += at > 0 ? text.substr(at) : std::string_view();
+        if (fillsGaps)
+            fillGaps();
         parser = std::make_unique<Parser>(fills.empty() ? text : filled);
     }
 }
 
-bool YamlReader::hasEmptyElements(std::string_view yaml)
+bool YamlReader::hasGaps(std::string_view yaml)
 {
-    return !findEmptyElements(yaml).empty();
+    return !findGaps(yaml).empty();
+}
+
+void YamlReader::fillGaps()
+{
+    std::size_t at = 0;
+    for (const Gap& gap : findGaps(text)) {
+        filled += text.substr(at, gap.at - at);
+        fills.push_back({filled.size(), gap.filling.size(), filled.size() - gap.at});
+        filled += gap.filling;
+        at = gap.at;
+    }
+    filled += text.substr(at);
 }
 
 YamlReader::~YamlReader()
@@ -186,27 +258,52 @@ bool YamlReader::fail()
 {
     void* previous = nullptr;
     const fy_diag_error* const error = fy_diag_errors_iterate(parser->errors, &previous);
-    if (!error) {
-        outcome = outcomeAt(text, 0, Reason::tr("the text is not YAML"));
-        return false;
+    std::size_t at = 0;
+    if (error) {
+        outcome.line = std::size_t(std::max(error->line, 1));
+        outcome.column = std::size_t(std::max(error->column, 1));
+        at = inText(placeInRead(outcome));
+    } else {
+        at = skipYamlTrivia(text, endOfYamlIndicators(text, lastEnd, text.size()));
     }
-    outcome.error = error->msg;
-    outcome.line = std::size_t(std::max(error->line, 1));
-    outcome.column = std::size_t(std::max(error->column, 1));
+    std::string message = error ? error->msg : parser->said.substr(0, parser->said.find('\n'));
+    if (message.empty())
+        message = Reason::tr("the text is not YAML");
+    const std::size_t line = findYamlLine(text, at);
+    outcome =
+        outcomeAt(text, at, explainYamlFault(message, text.substr(line, findYamlLineEnd(text, at) - line)));
     return false;
 }
 
-// Without the nulls; what is one of them is nowhere.
+std::size_t YamlReader::placeInRead(const Outcome& fault) const
+{
+    const std::string_view read = fills.empty() ? text : std::string_view(filled);
+    std::size_t at = 0;
+    for (std::size_t line = 1; line < fault.line; ++line)
+        at = skipYamlLine(read, at);
+    const std::size_t end = findYamlLineEnd(read, at);
+    for (std::size_t column = 1; column < fault.column && at < end; ++column)
+        at += utf8Length(read.substr(at));
+    return at;
+}
+
+std::size_t YamlReader::inText(std::size_t at) const
+{
+    const auto next =
+        std::lower_bound(fills.begin(), fills.end(), at,
+                         [](const Fill& fill, std::size_t place) { return fill.begin < place; });
+    if (next == fills.begin())
+        return at;
+    const Fill& last = *std::prev(next);
+    return at - last.before - std::min(last.length, at - last.begin);
+}
+
+// Without what was filled in; what is one of those is nowhere.
 YamlRange YamlReader::inText(YamlRange range) const
 {
     if (fills.empty() || !range.exists())
         return range;
-    const auto toText = [this](std::size_t at) {
-        const auto count = std::size_t(std::lower_bound(fills.begin(), fills.end(), at) - fills.begin());
-        const std::size_t last = count == 0 ? 0 : std::min(nullElement.size(), at - fills[count - 1]);
-        return at - last - (count == 0 ? 0 : (count - 1) * nullElement.size());
-    };
-    const YamlRange found{toText(range.begin), toText(range.end)};
+    const YamlRange found{inText(range.begin), inText(range.end)};
     return found.begin == found.end && range.begin < range.end ? YamlRange() : found;
 }
 
@@ -220,9 +317,14 @@ bool YamlReader::next(YamlEvent& event)
         if (!read)
             return fy_parser_get_stream_error(parser->parser) && fail();
         event = YamlEvent();
-        const auto take = [&](YamlEvent::Kind kind, fy_token* token) {
+        const auto takeRange = [&](YamlEvent::Kind kind, YamlRange range) {
             event.kind = kind;
-            event.token = inText(rangeOf(token));
+            event.token = inText(range);
+            lastEnd = event.token.exists() ? event.token.end : lastEnd;
+            return true;
+        };
+        const auto take = [&](YamlEvent::Kind kind, fy_token* token) {
+            takeRange(kind, rangeOf(token));
             event.style = event.token.begin < event.token.end ? YamlStyle::Flow : YamlStyle::Block;
             return true;
         };
@@ -247,16 +349,13 @@ bool YamlReader::next(YamlEvent& event)
             return take(YamlEvent::Kind::SequenceEnd, read->sequence_end.sequence_end);
         case FYET_SCALAR: {
             takeProperties(read->scalar.anchor, read->scalar.tag);
-            event.kind = YamlEvent::Kind::Scalar;
             event.style = styleOf(read->scalar.value);
             const bool isQuoted = event.style == YamlStyle::Single || event.style == YamlStyle::Double;
-            event.token = inText(rangeOf(read->scalar.value, isQuoted ? 1 : 0, isQuoted ? 1 : 0));
-            return true;
+            return takeRange(YamlEvent::Kind::Scalar,
+                             rangeOf(read->scalar.value, isQuoted ? 1 : 0, isQuoted ? 1 : 0));
         }
         case FYET_ALIAS:
-            event.kind = YamlEvent::Kind::Alias;
-            event.token = inText(rangeOf(read->alias.anchor, 1));
-            return true;
+            return takeRange(YamlEvent::Kind::Alias, rangeOf(read->alias.anchor, 1));
         default:
             break;
         }

@@ -14,10 +14,11 @@ namespace Repository::Documents {
 class YamlReader
 {
 public:
-    // The text must stay where it is. libfyaml refuses empty elements of a list in the column of its key;
-    // they are read where it is shown a null for each.
-    static bool hasEmptyElements(std::string_view yaml);
-    explicit YamlReader(std::string_view yaml, bool fillsElements = false);
+    // The text must stay where it is. libfyaml refuses empty elements of a list in the column of its key, and
+    // block scalars that begin on a line of their own, further in than their text; they are read where it is
+    // shown a null for each element, and a line break before each scalar.
+    static bool hasGaps(std::string_view yaml);
+    explicit YamlReader(std::string_view yaml, bool fillsGaps = false);
     ~YamlReader();
     YamlReader(const YamlReader&) = delete;
     YamlReader& operator=(const YamlReader&) = delete;
@@ -31,13 +32,25 @@ public:
 private:
     struct Parser;
 
+    // What is only in the text that is read.
+    struct Fill
+    {
+        std::size_t begin;
+        std::size_t length;
+        std::size_t before; // the length of all before it
+    };
+
+    void fillGaps();
     bool fail();
+    std::size_t placeInRead(const Outcome& fault) const;
+    std::size_t inText(std::size_t at) const;
     YamlRange inText(YamlRange range) const;
 
     std::string_view text;
-    std::vector<std::size_t> fills; // where nulls are in the text that is read
+    std::vector<Fill> fills;
     std::string filled;
     std::unique_ptr<Parser> parser;
+    std::size_t lastEnd = 0; // of what was read
     Outcome outcome;
 };
 

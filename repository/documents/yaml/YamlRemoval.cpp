@@ -43,7 +43,7 @@ void YamlEditor::removeElements(NodeId sequence, std::size_t from, std::size_t c
     // A file whose last line had no end gets none.
     const std::size_t tail = from == 0 ? npos : layout.tailOf(tree.elementAt(sequence, from - 1));
     const std::size_t end = layout.tailOf(tree.elementAt(sequence, from + count - 1));
-    if (tail != npos && end == text().size() &&
+    if (tail != npos && end == text().size() && !layout.chompingAtEnd(tree.elementAt(sequence, from - 1)) &&
         skipYamlLine(text(), tail) == findYamlLine(text(), layout.beginOf(tree.elementAt(sequence, from))))
         edit(tail, skipYamlLine(text(), tail), {});
 }
@@ -77,9 +77,29 @@ std::size_t YamlEditor::endWith(NodeId id, Comments comments) const
     return comments == Comments::Behind ? layout.tailOf(id) : layout.endWithComments(id);
 }
 
+// Of the empty lines that would meet where an entry was, those on one side go with it.
+YamlEditor::Edit YamlEditor::linesOf(NodeId id, Comments comments) const
+{
+    Edit lines{beginWith(id, comments), skipYamlLine(text(), endWith(id, comments)), {}};
+    const NodeId previous = tree.node(id).previous;
+    if (comments == Comments::Behind || (previous != noNode && layout.endsOpen(previous)))
+        return lines;
+    const bool isAboveNothing = lines.end == text().size() || layout.isEmptyLine(lines.end);
+    const bool isBelowText = lines.begin > 0 && !layout.isEmptyAbove(lines.begin);
+    while (isAboveNothing && layout.isEmptyAbove(lines.begin))
+        lines.begin = findYamlLine(text(), endOfYamlContent(text(), lines.begin));
+    const std::size_t above = isBelowText ? findYamlLine(text(), endOfYamlContent(text(), lines.begin)) : 0;
+    const bool isBelowComment = isBelowText && text()[skipYamlBlanks(text(), above)] == '#';
+    const bool isFirst = previous == noNode && tree.node(id).next != noNode;
+    while (isFirst && (isBelowText || lines.begin == 0) && !isBelowComment && layout.isEmptyLine(lines.end))
+        lines.end = skipYamlLine(text(), lines.end);
+    return lines;
+}
+
 void YamlEditor::removeLines(NodeId id, Comments comments)
 {
-    edit(beginWith(id, comments), skipYamlLine(text(), endWith(id, comments)), {});
+    const Edit lines = linesOf(id, comments);
+    edit(lines.begin, lines.end, {});
 }
 
 // An entry after the "-" of the element that it is in: the next one comes up to there.
@@ -135,15 +155,21 @@ Outcome YamlEditor::moveElement(NodeId sequence, std::size_t from, std::size_t t
         return refused(Reason::tr("the first element is on the line of another one, behind its \"-\""));
     place = element;
     const std::size_t begin = layout.commentsAbove(element);
-    const std::size_t end = skipYamlLine(text(), layout.endWithComments(element));
-    std::string lines(text().substr(begin, end - begin));
+    std::string lines(tree.text(begin, skipYamlLine(text(), layout.endWithComments(element))));
     lines += endsLine(lines) ? "" : file.lineEnd;
+    const bool isApart = layout.keepsApart(sequence, from < to ? tree.node(there).next : there) &&
+                         !layout.endsOpen(element) && !layout.endsOpen(there);
     const std::size_t at =
         from < to ? skipYamlLine(text(), layout.endWithComments(there)) : layout.commentsAbove(there);
-    if (!endsLine(text().substr(0, at)))
-        lines.insert(0, file.lineEnd).resize(lines.find_last_not_of("\r\n") + 1);
+    if (isApart)
+        lines.insert(from < to ? 0 : lines.size(), file.lineEnd);
+    if (!endsLine(text().substr(0, at))) {
+        lines.insert(0, file.lineEnd);
+        if (layout.chompingAtEnd(element).value_or('-') == '-') // which needs no line end
+            lines.resize(lines.find_last_not_of("\r\n") + 1);
+    }
     edit(at, at, std::move(lines));
-    edit(begin, end, {});
+    removeLines(element, Comments::All);
     return {};
 }
 

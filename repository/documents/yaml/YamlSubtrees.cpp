@@ -4,6 +4,8 @@
 #include "repository/documents/yaml/YamlDocuments.h"
 #include "repository/documents/yaml/YamlTokens.h"
 
+#include <algorithm>
+
 namespace Repository::Documents {
 
 namespace {
@@ -61,13 +63,17 @@ std::string YamlSubtrees::entryText(const Excerpt& excerpt, const Piece& piece, 
     const std::size_t line = findYamlLine(excerpt.text, piece.content);
     if (!isElement)
         return line > 0 ? text : text.insert(key.size() + 1, file.lineEnd + indentation + ' ');
+    constexpr std::size_t least = 2; // columns from the "-" to what is behind it
     const std::size_t lines = skipYamlLine(text, 0);
-    const bool isInKeyColumn = piece.content - line <= excerpt.indentation.size();
-    if (isInKeyColumn)
-        text.replace(lines, std::string::npos,
-                     indentedLines(text.substr(lines), indentation, indentation + "  "));
+    const std::size_t body =
+        skipYamlTrivia(excerpt.text, std::max(piece.content, skipYamlLine(excerpt.text, 0)));
+    const std::size_t further = columnOfYaml(excerpt.text, body) - excerpt.indentation.size();
+    if (further < least)
+        text.replace(
+            lines, std::string::npos,
+            indentedLines(text.substr(lines), indentation, indentation + std::string(least - further, ' ')));
     const std::size_t content = skipYamlTrivia(text, 1);
-    if (hasYamlComment(text, 1, content))
+    if (content < lines || hasYamlComment(text, 1, content)) // a tag stays behind the "-"
         return text;
     const std::size_t own = columnOfYaml(text, content) - indentation.size();
     return text.replace(1, content - 1, own - 1, ' ');

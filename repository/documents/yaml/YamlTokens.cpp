@@ -98,8 +98,8 @@ std::size_t skipYamlTail(std::string_view text, std::size_t at)
 
 std::size_t endOfYamlList(std::string_view text, std::size_t lastElementEnd)
 {
-    const std::string_view whole = text.substr(0, skipYamlTail(text, lastElementEnd));
-    return std::max(lastElementEnd, whole.find_last_not_of(" \t\r\n") + 1);
+    const bool isBehindLine = lastElementEnd > 0 && isYamlBreak(text[lastElementEnd - 1]);
+    return isBehindLine ? lastElementEnd : skipYamlTail(text, lastElementEnd);
 }
 
 std::size_t columnOfYaml(std::string_view text, std::size_t at)

@@ -38,7 +38,7 @@ bool hasYamlComment(std::string_view text, std::size_t from, std::size_t to);
 // After blanks and a comment up to the end of the line; the offset itself where something else follows.
 std::size_t skipYamlTail(std::string_view text, std::size_t at);
 
-// The end of a block of texts, which is one value, with the comment behind its last element.
+// The end of a block of texts, which is one value, with the blanks and the comment behind its last element.
 std::size_t endOfYamlList(std::string_view text, std::size_t lastElementEnd);
 
 // How far an offset lies from the beginning of its line.
