@@ -1735,11 +1735,11 @@
         <translation>ein Text, der mit &quot;%1&quot; beginnt, muss in Anführungszeichen stehen</translation>
     </message>
     <message>
-        <source>a second &quot;:&quot; on this line; a text that has a &quot;:&quot; and a blank in it must be in quotes</source>
+        <source>a second &quot;:&quot; on this line; a text that has a &quot;:&quot; and a space in it must be in quotes</source>
         <translation>ein zweiter &quot;:&quot; in dieser Zeile; ein Text, in dem auf &quot;:&quot; ein Leerzeichen folgt, muss in Anführungszeichen stehen</translation>
     </message>
     <message>
-        <source>this text would go on in the next line and be a key there; either a blank behind a &quot;:&quot; is missing here, or the next line is indented too far</source>
+        <source>this text would go on in the next line and be a key there; either a space behind a &quot;:&quot; is missing here, or the next line is indented too far</source>
         <translation>dieser Text ginge in der nächsten Zeile weiter und wäre dort ein Schlüssel; entweder fehlt hier ein Leerzeichen hinter einem &quot;:&quot;, oder die nächste Zeile ist zu weit eingerückt</translation>
     </message>
     <message>
@@ -1755,11 +1755,11 @@
         <translation>hinter dem Anführungszeichen, das den Text beendet, folgt etwas; eines im Text wird als \&quot; geschrieben</translation>
     </message>
     <message>
-        <source>a comment needs a blank in front of its &quot;#&quot;</source>
+        <source>a comment needs a space in front of its &quot;#&quot;</source>
         <translation>ein Kommentar braucht vor dem &quot;#&quot; ein Leerzeichen</translation>
     </message>
     <message>
-        <source>a tab indents this line, where YAML takes only blanks</source>
+        <source>a tab indents this line, where YAML takes only spaces</source>
         <translation>ein Tabulator rückt diese Zeile ein, wo YAML nur Leerzeichen nimmt</translation>
     </message>
     <message>

@@ -290,7 +290,7 @@ private slots:
             "6:8: something follows the quote that ends the text; one within it is written twice");
         row("sign", "a: @b\n", "1:4: a text that begins with \"@\" must be in quotes");
         row("colons", "a: b: c\n",
-            "1:5: a second \":\" on this line; a text that has a \":\" and a blank in it must be in quotes");
+            "1:5: a second \":\" on this line; a text that has a \":\" and a space in it must be in quotes");
         row("template", "a: 1\n{{ if b }}\nc: 2\n",
             "2:1: this is not an entry, for which it needs a key and \":\"; a template is YAML only once it "
             "is "

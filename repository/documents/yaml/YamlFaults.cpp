@@ -25,13 +25,13 @@ constexpr Explanation explanations[] = {
     {"invalid nested block mapping on the same line",
      [](std::string_view) {
          return Reason::tr(
-             "a second \":\" on this line; a text that has a \":\" and a blank in it must be in "
+             "a second \":\" on this line; a text that has a \":\" and a space in it must be in "
              "quotes");
      }},
     {"invalid multiline plain key",
      [](std::string_view) {
          return Reason::tr(
-             "this text would go on in the next line and be a key there; either a blank behind a "
+             "this text would go on in the next line and be a key there; either a space behind a "
              "\":\" is missing here, or the next line is indented too far");
      }},
     {"could not find expected ':'",
@@ -46,9 +46,9 @@ constexpr Explanation explanations[] = {
              "something follows the quote that ends the text; one within it is written as \\\"");
      }},
     {"invalid comment without whitespace",
-     [](std::string_view) { return Reason::tr("a comment needs a blank in front of its \"#\""); }},
+     [](std::string_view) { return Reason::tr("a comment needs a space in front of its \"#\""); }},
     {"tab character may not be used",
-     [](std::string_view) { return Reason::tr("a tab indents this line, where YAML takes only blanks"); }},
+     [](std::string_view) { return Reason::tr("a tab indents this line, where YAML takes only spaces"); }},
     {"invalid indentation in mapping",
      [](std::string_view) { return Reason::tr("this line is indented unlike all entries above it"); }},
     {"wrong indendation in sequence",
