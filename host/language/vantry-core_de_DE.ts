@@ -1730,6 +1730,30 @@
         <source>comments follow its lines, which would be lost</source>
         <translation>seinen Zeilen folgen Kommentare, die verloren gingen</translation>
     </message>
+    <message>
+        <source>%1; a text needs quotes around it</source>
+        <translation>%1; ein Text braucht Anführungszeichen</translation>
+    </message>
+    <message>
+        <source>%1; its line ends before the quotes close</source>
+        <translation>%1; die Zeile endet vor dem schließenden Anführungszeichen</translation>
+    </message>
+    <message>
+        <source>%1; in double quotes a backslash is written twice, in single quotes once</source>
+        <translation>%1; zwischen doppelten Anführungszeichen wird ein umgekehrter Schrägstrich doppelt geschrieben, zwischen einfachen nur einmal</translation>
+    </message>
+    <message>
+        <source>%1, which is not closed</source>
+        <translation>%1, das nicht geschlossen ist</translation>
+    </message>
+    <message>
+        <source>%1; a merge has left a mark of its conflicts</source>
+        <translation>%1; das Zusammenführen hat ein Zeichen seiner Konflikte hinterlassen</translation>
+    </message>
+    <message>
+        <source>%1; a comment begins with #</source>
+        <translation>%1; ein Kommentar beginnt mit #</translation>
+    </message>
 </context>
 <context>
     <name>Repository</name>
