@@ -173,6 +173,17 @@ private slots:
         row("to a table", tables, copyTo("t.1", "x"), tables + "\n# of two\n[x]\na = 2\n");
         row("from a table", "[a]\nx = 0x0F\n\n[[t.u]]\n", copyTo("a", "t.u.0"),
             "[a]\nx = 0x0F\n\n[[t.u]]\nx = 0x0F\n\n[[t.u]]\n");
+        row("keys with dots out of braces", "# head\n\na = { b.c = 0x1, d = 2, b.'e' = 'x' } # c\n",
+            copyTo("a.b", "k"),
+            "# head\n\na = { b.c = 0x1, d = 2, b.'e' = 'x' } # c\nk.c = 0x1\nk.'e' = 'x'\n");
+        row("a key with dots into braces", "a = { b.c = 0x1 } # c\n", copyTo("a.b", "a.k"),
+            "a = { b.c = 0x1, k.c = 0x1 } # c\n");
+        const QByteArray mixed =
+            "[a]\nx = 1\n\n# of l\nl.s = [\n  'p', # of p\n]\nl.t.u = 0x1 # u\n\n[a.l.m]\nk = 1\n# end\n";
+        row("keys with dots and headers", mixed, copyTo("a.l", "a.n"),
+            mixed + "\n# of l\n[a.n]\ns = [\n  'p', # of p\n]\nt.u = 0x1 # u\n\n[a.n.m]\nk = 1\n# end\n");
+        row("headers and keys with dots apart", "[t]\na.b.c = 1\n[u]\n[t.a.d]\n[[e]]\n", copyTo("t.a", "e.0"),
+            "[t]\na.b.c = 1\n[u]\n[t.a.d]\n[[e]]\nb.c = 1\n\n[e.d]\n[[e]]\n");
         row("copy a value", "a = [0x0F, 1.5]\nb = [1, 2]\n", copyTo("a.0", "b.1"),
             "a = [0x0F, 1.5]\nb = [1, 0x0F, 2]\n");
     }
@@ -198,6 +209,7 @@ private slots:
         row("all texts", "a = [1, 'x']\n", setTo("a.0", text("y")), "one list");
         row("twice", "a = 1\n", add("a[2]", integer(1)), "which TOML forbids");
         row("there", "a = 1\nb = 2\n", renameTo("a", "b"), "already an entry");
+        row("no element", "l = [1]\na = { b.c = 1 }\n", copyTo("a.b", "l.0"), "not as it is written");
         row("no table", "[[t]]\n", add("t.1", integer(1)), "has to be a table");
         row("no table, but tables", "[[t]]\n", addElement("t.0", {{"0.k", integer(1)}}), "has to be a table");
         row("no table, but an array", "[[t]]\n", addAll("t.1", {{"0", integer(1)}, {"1", integer(2)}}),
