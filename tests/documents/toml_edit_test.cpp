@@ -139,7 +139,10 @@ private slots:
         row("from a table", "a = { b = 1, c.d = 2, c.e = 3 }\n", drop("a.c"), "a = { b = 1 }\n");
         row("last element", "a = [ 1, 'x', 2, ]\n", drop("a.2"), "a = [ 1, 'x', ]\n");
         row("element with a table", "[[t]]\n[t.u]\n# in u\n\n# of two\n[[t]]\n", drop("t.0"),
-            "\n# of two\n[[t]]\n");
+            "# of two\n[[t]]\n");
+        row("the first line", "a = 1\n\n\n[b]\n", drop("a"), "[b]\n");
+        row("the first of tables", "[[t]]\na = 1\n\n[[t]]\na = 2\n\n[u]\n", move("t.0", "t.1"),
+            "[[t]]\na = 2\n\n[[t]]\na = 1\n\n[u]\n");
         const QByteArray ends = "# all\n\n[[t]]\na = 1\n# b = 2\n\n# c = 3\n\n# of two\n[[t]]\n# d = 4\n"
                                 "[u]\nk = 1\n# of u\n\n# of v\n[v]\n\n#[w]\n#k = 1\n\n# all, too";
         row("end of an element", ends, drop("t.1"), QByteArray(ends).replace("[[t]]\n# d = 4\n", ""));
