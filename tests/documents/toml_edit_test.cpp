@@ -101,7 +101,21 @@ private slots:
         row("table of headers", "[a.b]\nx = 1\n", add("a.k", integer(1)), "[a]\nk = 1\n\n[a.b]\nx = 1\n");
         row("subtable", "[a]\nx = 1\n\n[b]\ny = 1\n", add("a.k.l", integer(1)),
             "[a]\nx = 1\n\n[a.k]\nl = 1\n\n[b]\ny = 1\n");
-        row("inline", "a = {x = 1}\n", add("a.k.l", integer(1)), "a = {x = 1, k = { l = 1 }}\n");
+        row("inline", "a = {x = 1}\n", add("a.k.l", integer(1)), "a = {x = 1, k = {l = 1}}\n");
+        row("as the last one of its kind", "[d]\na = {v=\"1\", k = 2}\n[d.b]\nk = 1\n[e]\n",
+            add("d.c.v", text("2")), "[d]\na = {v=\"1\", k = 2}\nc = {v=\"2\"}\n[d.b]\nk = 1\n[e]\n");
+        row("as a table of its kind", "[d]\na = { v = 1, k = 2 }\n[d.b]\nk = 1\n[e]\n",
+            add("d.c.k", integer(2)), "[d]\na = { v = 1, k = 2 }\n[d.b]\nk = 1\n[d.c]\nk = 2\n[e]\n");
+        row("as keys with dots", "[d]\na.v = true\nb = 1\n", add("d.c.v", boolean(false)),
+            "[d]\na.v = true\nb = 1\nc.v = false\n");
+        row("of no kind there", "[d]\na = { v = 1 }\n", add("d.c.k", integer(2)),
+            "[d]\na = { v = 1 }\n\n[d.c]\nk = 2\n");
+        row("too long for braces", "a = { v = '' }\n", add("b.v", text(std::string(100, 'x'))),
+            "a = { v = '' }\n\n[b]\nv = \"" + QByteArray(100, 'x') + "\"\n");
+        row("without a form in braces", "a = { v = 1 }\n", add("b.v", null()),
+            "a = { v = 1 }\n\n[b]\n# @type null\nv = \"\"\n");
+        row("element as the last one", "a = [{n=1}]\n", addElement("a.1", {{"n", integer(2)}}),
+            "a = [{n=1}, {n=2}]\n");
         row("empty inline", "a = {}\n", add("a.k", integer(1)), "a = { k = 1 }\n");
         row("element of tables", "[[t]]\na = 1\n[[t.u]]\n\n[v]\n", add("t.1.k", integer(1)),
             "[[t]]\na = 1\n[[t.u]]\n[[t]]\nk = 1\n\n[v]\n");
@@ -161,6 +175,12 @@ private slots:
         row("member", "a = { b.c = 1, b.d = 2 }\n", renameTo("a.b", "k"), "a = { k.c = 1, k.d = 2 }\n");
         row("move table", "[[t]]\na = 1\n\n# of two\n[[t]]\na = 2\n[t.u]\n", move("t.1", "t.0"),
             "# of two\n[[t]]\na = 2\n[t.u]\n\n[[t]]\na = 1\n");
+        row("move from the beginning", "# of one\n[[t]]\na = 1\n# end\n\n[[t]]\na = 2\n", move("t.0", "t.1"),
+            "[[t]]\na = 2\n\n# of one\n[[t]]\na = 1\n# end\n");
+        row("move without blank lines", "[[t]]\na = 1\n[[t]]\na = 2\n[[t]]\n", move("t.2", "t.1"),
+            "[[t]]\na = 1\n[[t]]\n[[t]]\na = 2\n");
+        row("the only one in braces", "a = { b.c = 1 } # c\nd = [ 1 ]\n", drop("a.b"),
+            "a = {} # c\nd = [ 1 ]\n");
         row("move lines", "a = [\n  # of one\n  1, # one\n\n  # of two\n  2\n]\n", move("a.1", "a.0"),
             "a = [\n  # of two\n  2,\n\n  # of one\n  1 # one\n]\n");
         row("move in a line", "a = [0x01, 2, # c\n 3]\n", move("a.0", "a.2"), "a = [2, 3, # c\n 0x01]\n");

@@ -21,6 +21,15 @@ std::size_t depthOf(const TomlBranch& branch)
     return deepest + 1;
 }
 
+// That between the key at the beginning of a text and its value.
+std::string separatorIn(std::string_view text)
+{
+    TomlKeyPart part = readTomlKeyPart(text, skipTomlBlanks(text, 0));
+    while (!part.isLast)
+        part = readTomlKeyPart(text, part.next);
+    return part.next == part.end && skipTomlBlanks(text, part.next + 1) == part.next + 1 ? "=" : " = ";
+}
+
 } // namespace
 
 Outcome TomlInsertion::insert(std::string_view path, const std::vector<Entry>& entries)
@@ -119,10 +128,27 @@ Outcome TomlInsertion::wrap(NodeId id, TomlBranch branch)
     return {};
 }
 
+// An inline table that is not empty, as which a new one there is spaced: itself, or the last one in it.
+NodeId TomlInsertion::bracesAt(NodeId place) const
+{
+    NodeId id = tree.node(place).kind == TomlKind::Array ? tree.node(place).last : place;
+    while (id != noNode && tree.node(id).kind == TomlKind::InlineTable && !tree.node(id).hasSpan())
+        id = tree.node(id).parent;
+    const bool isModel =
+        id != noNode && tree.node(id).kind == TomlKind::InlineTable && tree.node(id).count > 0;
+    return isModel ? id : noNode;
+}
+
 std::string TomlInsertion::inlineText(const TomlBranch& branch, NodeId place, std::string& error) const
 {
     TomlStyle style;
     style.place.lineEnd = file.lineEnd;
+    if (const NodeId braces = bracesAt(place); braces != noNode) {
+        const std::string text = file.textOf(braces);
+        const std::size_t first = skipTomlBlanks(text, 1);
+        style.isPadded = first > 1;
+        style.separator = separatorIn(std::string_view(text).substr(first));
+    }
     TomlBranchWriter writer(style);
     writer.writeInline(branch, file.isInInlineTable(place));
     error = writer.error.empty() ? file.encoding.findRefusal(writer.text) : writer.error;
@@ -256,10 +282,7 @@ std::string TomlInsertion::lineSeparator(StatementId neighbour) const
     if (id == noStatement || tree.statement(id).isHeader)
         return " = ";
     const std::string_view line = tree.text(tree.statement(id).begin, tree.statement(id).bodyEnd);
-    TomlKeyPart part = readTomlKeyPart(line, skipTomlBlanks(line, 0));
-    while (!part.isLast)
-        part = readTomlKeyPart(line, part.next);
-    return part.next == part.end && skipTomlBlanks(line, part.next + 1) == part.next + 1 ? "=" : " = ";
+    return separatorIn(line);
 }
 
 std::string TomlInsertion::indentationOf(StatementId statement) const
@@ -305,17 +328,57 @@ TomlStyle TomlInsertion::styleAt(StatementId neighbour) const
     return style;
 }
 
+// The last table in this one that has a key of the new one, which is written in the same way; noNode where
+// none decides it.
+NodeId TomlInsertion::modelOf(NodeId table, const TomlBranch& branch) const
+{
+    constexpr int enough = 100;
+    const auto isMember = [](const TomlBranch& child) { return child.isPair(); };
+    if (branch.value || branch.isArray ||
+        !std::all_of(branch.children.begin(), branch.children.end(), isMember))
+        return noNode;
+    NodeId id = tree.node(table).last;
+    for (int i = 0; i < enough && id != noNode; ++i, id = tree.node(id).previous) {
+        const auto isShared = [&](const TomlBranch& child) { return tree.findKey(id, child.key) != noNode; };
+        if (tree.node(id).isTable() && std::any_of(branch.children.begin(), branch.children.end(), isShared))
+            return id;
+    }
+    return noNode;
+}
+
+// In braces as the model is; empty where that is none, would be a long line, or has no form for a value.
+std::string TomlInsertion::bracedText(const TomlBranch& branch, NodeId model) const
+{
+    constexpr std::size_t longest = 100;
+    if (tree.node(model).kind != TomlKind::InlineTable)
+        return {};
+    std::string error;
+    std::string text = inlineText(branch, model, error);
+    return error.empty() && text.size() <= longest ? text : std::string();
+}
+
+bool TomlInsertion::isDottedTable(NodeId id) const
+{
+    return id != noNode && tree.node(id).kind == TomlKind::Table && tree.node(id).statement == noStatement &&
+           lastDottedOf(id) != noStatement;
+}
+
 Outcome TomlInsertion::insertIntoTable(NodeId table, const TomlBranch& branch)
 {
     const std::string key = encodeTomlKey(branch.key);
-    const bool isDotted = tree.node(table).statement == noStatement && lastDottedOf(table) != noStatement;
-    if (branch.isPair() || isDotted) {
+    const NodeId model = branch.isPair() ? noNode : modelOf(table, branch);
+    const std::string braced = model == noNode ? std::string() : bracedText(branch, model);
+    if (branch.isPair() || isDottedTable(table) || !braced.empty() || isDottedTable(model)) {
         const PairPlace place = pairPlaceOf(table);
         const TomlStyle style = styleAt(place.needsHeader ? tree.firstStatementOf(table) : place.after);
         TomlBranchWriter writer(style);
         if (place.needsHeader)
             writer.text = style.indentation + '[' + keyPathOf(table, tree.getRoot()) + ']' + file.lineEnd;
-        writer.writePairs(joinTomlKey(place.prefix, key), branch);
+        const std::string path = joinTomlKey(place.prefix, key);
+        if (!braced.empty())
+            writer.text += style.indentation + path + style.separator + braced + file.lineEnd;
+        else
+            writer.writePairs(path, branch);
         return write(place.after, place.block, writer);
     }
     const TomlStyle style = tableStyleIn(table);
@@ -362,7 +425,6 @@ void TomlInsertion::insertLines(StatementId after, NodeId block, std::string tex
     editor.insert(after, block, above + text);
 }
 
-// Whether a new header has a blank line above it, as the ones before have, or those of elements the last one.
 bool TomlInsertion::areSpaced(StatementId after, bool isElement) const
 {
     constexpr int enough = 1000;
@@ -373,7 +435,8 @@ bool TomlInsertion::areSpaced(StatementId after, bool isElement) const
         if (!tree.statement(id).isHeader || isFirst)
             continue;
         areNone = false;
-        if (beginsWithBlankLine(tree.leadOf(id)))
+        const std::size_t ends = editor.endCommentsOf(tree.statement(id).previous).size();
+        if (beginsWithBlankLine(tree.leadOf(id).substr(ends)))
             return true;
         if (isElement)
             return false;

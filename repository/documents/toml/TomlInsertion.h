@@ -50,6 +50,10 @@ public:
     };
     PairPlace pairPlaceOf(NodeId table) const;
 
+    // Whether a new header has a blank line above it, as the ones before have, or those of elements the last
+    // one.
+    bool areSpaced(StatementId after, bool isElement) const;
+
     // Reads new lines there, of which the first may need something above it or below it.
     void insertLines(StatementId after, NodeId block, std::string text);
 
@@ -59,7 +63,10 @@ private:
     Outcome insertMember(NodeId parent, const TomlBranch& branch);
     Outcome write(StatementId after, NodeId block, const TomlBranchWriter& writer);
     Outcome wrap(NodeId id, TomlBranch branch);
-    bool areSpaced(StatementId after, bool isElement) const;
+    NodeId modelOf(NodeId table, const TomlBranch& branch) const;
+    NodeId bracesAt(NodeId place) const;
+    std::string bracedText(const TomlBranch& branch, NodeId model) const;
+    bool isDottedTable(NodeId id) const;
     std::string inlineText(const TomlBranch& branch, NodeId place, std::string& error) const;
     StatementId lastDottedOf(NodeId table) const;
     std::string lineSeparator(StatementId neighbour) const;
