@@ -82,7 +82,7 @@ void TomlElements::moveTable(NodeId array, std::size_t from, std::size_t to)
     const NodeId first = tree.node(array).first;
     TomlInsertion insertion(file);
     TomlEditor editor(file);
-    const bool isSpaced = insertion.areSpaced(tree.node(tree.node(array).last).statement, true);
+    const bool isSpaced = TomlStyles(file).areSpaced(tree.node(tree.node(array).last).statement, true);
     const StatementId after =
         from < to ? insertion.endOf(there) : tree.statement(tree.node(there).statement).previous;
     editor.moveStatements(editor.statementsOf(element), after);

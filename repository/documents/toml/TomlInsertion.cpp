@@ -21,15 +21,6 @@ std::size_t depthOf(const TomlBranch& branch)
     return deepest + 1;
 }
 
-// That between the key at the beginning of a text and its value.
-std::string separatorIn(std::string_view text)
-{
-    TomlKeyPart part = readTomlKeyPart(text, skipTomlBlanks(text, 0));
-    while (!part.isLast)
-        part = readTomlKeyPart(text, part.next);
-    return part.next == part.end && skipTomlBlanks(text, part.next + 1) == part.next + 1 ? "=" : " = ";
-}
-
 } // namespace
 
 Outcome TomlInsertion::insert(std::string_view path, const std::vector<Entry>& entries)
@@ -110,7 +101,7 @@ Outcome TomlInsertion::wrap(NodeId id, TomlBranch branch)
         return refused(error);
     }
     const StatementId statement = tree.node(id).statement;
-    const TomlStyle style = styleAt(statement);
+    const TomlStyle style = styles.at(statement);
     TomlBranchWriter writer(style);
     const NodeId block = editor.blockOf(id);
     writer.writePairs(joinTomlKey(keyPathOf(id, block), encodeTomlKey(branch.key)), branch);
@@ -128,27 +119,9 @@ Outcome TomlInsertion::wrap(NodeId id, TomlBranch branch)
     return {};
 }
 
-// An inline table that is not empty, as which a new one there is spaced: itself, or the last one in it.
-NodeId TomlInsertion::bracesAt(NodeId place) const
-{
-    NodeId id = tree.node(place).kind == TomlKind::Array ? tree.node(place).last : place;
-    while (id != noNode && tree.node(id).kind == TomlKind::InlineTable && !tree.node(id).hasSpan())
-        id = tree.node(id).parent;
-    const bool isModel =
-        id != noNode && tree.node(id).kind == TomlKind::InlineTable && tree.node(id).count > 0;
-    return isModel ? id : noNode;
-}
-
 std::string TomlInsertion::inlineText(const TomlBranch& branch, NodeId place, std::string& error) const
 {
-    TomlStyle style;
-    style.place.lineEnd = file.lineEnd;
-    if (const NodeId braces = bracesAt(place); braces != noNode) {
-        const std::string text = file.textOf(braces);
-        const std::size_t first = skipTomlBlanks(text, 1);
-        style.isPadded = first > 1;
-        style.separator = separatorIn(std::string_view(text).substr(first));
-    }
+    const TomlStyle style = styles.inBraces(place);
     TomlBranchWriter writer(style);
     writer.writeInline(branch, file.isInInlineTable(place));
     error = writer.error.empty() ? file.encoding.findRefusal(writer.text) : writer.error;
@@ -207,7 +180,7 @@ Outcome TomlInsertion::insertElement(NodeId array, std::size_t position, TomlBra
     const NodeId next = tree.elementAt(array, position);
     const NodeId neighbour = next == noNode ? tree.node(array).last : next;
     const StatementId header = tree.node(neighbour).statement;
-    const TomlStyle style = styleAt(header);
+    const TomlStyle style = styles.at(header);
     TomlBranchWriter writer(style);
     writer.writeElement(keyPathOf(array, tree.getRoot()), branch);
     return write(next == noNode ? endOf(neighbour) : tree.statement(header).previous, tree.getRoot(), writer);
@@ -269,29 +242,6 @@ TomlInsertion::PairPlace TomlInsertion::pairPlaceOf(NodeId table) const
     return {tree.statement(first).previous, table, {}, true};
 }
 
-std::string TomlInsertion::lineSeparator(StatementId neighbour) const
-{
-    constexpr int enough = 100;
-    StatementId id = neighbour;
-    for (int i = 0; id != noStatement && tree.statement(id).isHeader && i < enough; ++i)
-        id = tree.statement(id).previous;
-    if (id == noStatement)
-        id = tree.statement(TomlTree::rootStatement).next;
-    for (int i = 0; id != noStatement && tree.statement(id).isHeader && i < enough; ++i)
-        id = tree.statement(id).next;
-    if (id == noStatement || tree.statement(id).isHeader)
-        return " = ";
-    const std::string_view line = tree.text(tree.statement(id).begin, tree.statement(id).bodyEnd);
-    return separatorIn(line);
-}
-
-std::string TomlInsertion::indentationOf(StatementId statement) const
-{
-    const std::string_view text =
-        tree.text(tree.statement(statement).begin, tree.statement(statement).bodyEnd);
-    return std::string(text.substr(0, skipTomlBlanks(text, 0)));
-}
-
 TomlStyle TomlInsertion::tableStyleIn(NodeId table) const
 {
     NodeId model = tree.node(table).last;
@@ -303,28 +253,11 @@ TomlStyle TomlInsertion::tableStyleIn(NodeId table) const
     for (model = model == noNode ? table : model; !hasHeader(model);)
         model = tree.node(model).parent;
     const StatementId header = tree.node(model).statement;
-    TomlStyle style = styleAt(endOf(table));
-    style.indentation = style.headerIndentation = indentationOf(header);
+    TomlStyle style = styles.at(endOf(table));
+    style.indentation = style.headerIndentation = styles.indentationOf(header);
     const StatementId key = tree.statement(header).next;
     if (key != noStatement && !tree.statement(key).isHeader)
-        style.indentation = indentationOf(key);
-    return style;
-}
-
-TomlStyle TomlInsertion::styleAt(StatementId neighbour) const
-{
-    TomlStyle style;
-    style.place.lineEnd = file.lineEnd;
-    style.separator = lineSeparator(neighbour);
-    style.indentation = style.headerIndentation = indentationOf(neighbour);
-    StatementId header = neighbour;
-    constexpr int enough = 100;
-    for (int i = 0; i < enough && header != TomlTree::rootStatement && !tree.statement(header).isHeader; ++i)
-        header = tree.statement(header).previous;
-    const bool isFirst = tree.statement(header).previous == noStatement ||
-                         tree.statement(header).previous == TomlTree::rootStatement;
-    const std::string_view above = tree.leadOf(header);
-    style.hasBlankLines = isFirst || beginsWithBlankLine(above);
+        style.indentation = styles.indentationOf(key);
     return style;
 }
 
@@ -370,7 +303,7 @@ Outcome TomlInsertion::insertIntoTable(NodeId table, const TomlBranch& branch)
     const std::string braced = model == noNode ? std::string() : bracedText(branch, model);
     if (branch.isPair() || isDottedTable(table) || !braced.empty() || isDottedTable(model)) {
         const PairPlace place = pairPlaceOf(table);
-        const TomlStyle style = styleAt(place.needsHeader ? tree.firstStatementOf(table) : place.after);
+        const TomlStyle style = styles.at(place.needsHeader ? tree.firstStatementOf(table) : place.after);
         TomlBranchWriter writer(style);
         if (place.needsHeader)
             writer.text = style.indentation + '[' + keyPathOf(table, tree.getRoot()) + ']' + file.lineEnd;
@@ -409,7 +342,7 @@ void TomlInsertion::insertLines(StatementId after, NodeId block, std::string tex
         text.insert(0, tail + (isHeader || endsInTypeTag(tail) ? file.lineEnd : std::string()));
         tree.setTail(0, 0);
     } else if (isHeader && !isFirst && !beginsWithBlankLine(text) &&
-               (!above.empty() || areSpaced(after, startsWith(text, "[[")))) {
+               (!above.empty() || styles.areSpaced(after, startsWith(text, "[[")))) {
         text.insert(0, file.lineEnd);
     }
     if (next != noStatement && tree.statement(next).isHeader && (isFirst || isHeader)) {
@@ -423,25 +356,6 @@ void TomlInsertion::insertLines(StatementId after, NodeId block, std::string tex
             tree.setLead(next, (needsBlank ? file.lineEnd : std::string()) + lead.substr(own));
     }
     editor.insert(after, block, above + text);
-}
-
-bool TomlInsertion::areSpaced(StatementId after, bool isElement) const
-{
-    constexpr int enough = 1000;
-    bool areNone = true;
-    StatementId id = after;
-    for (int i = 0; i < enough && id != TomlTree::rootStatement; ++i, id = tree.statement(id).previous) {
-        const bool isFirst = tree.statement(id).previous == TomlTree::rootStatement;
-        if (!tree.statement(id).isHeader || isFirst)
-            continue;
-        areNone = false;
-        const std::size_t ends = editor.endCommentsOf(tree.statement(id).previous).size();
-        if (beginsWithBlankLine(tree.leadOf(id).substr(ends)))
-            return true;
-        if (isElement)
-            return false;
-    }
-    return areNone;
 }
 
 } // namespace Repository::Documents

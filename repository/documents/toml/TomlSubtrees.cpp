@@ -315,7 +315,7 @@ bool TomlSubtrees::insertTable(NodeId tables, std::size_t position, const Excerp
     const std::string name = insertion.keyPathOf(tables, tree.getRoot());
     const NodeId next = tree.elementAt(tables, position);
     const StatementId header = tree.node(next == noNode ? tree.node(tables).last : next).statement;
-    const std::string indentation = insertion.styleAt(header).indentation;
+    const std::string indentation = TomlStyles(file).at(header).indentation;
     std::string text = excerptText(excerpt, name, indentation);
     const std::size_t closing = skipTomlBlanks(text, excerpt.names.front().first + name.size());
     if (text[closing] != ']')
@@ -341,7 +341,7 @@ bool TomlSubtrees::insertLines(NodeId parent, const std::string& key, const Exce
     TomlInsertion insertion(file);
     const TomlInsertion::PairPlace place = insertion.pairPlaceOf(parent);
     const std::string indentation =
-        insertion.styleAt(place.needsHeader ? tree.firstStatementOf(parent) : place.after).indentation;
+        TomlStyles(file).at(place.needsHeader ? tree.firstStatementOf(parent) : place.after).indentation;
     std::string text =
         linesOf(excerptText(excerpt, joinTomlKey(place.prefix, key), indentation), excerpt, indentation);
     if (place.needsHeader)
