@@ -1754,6 +1754,10 @@
         <source>%1; a comment begins with #</source>
         <translation>%1; ein Kommentar beginnt mit #</translation>
     </message>
+    <message>
+        <source>its value is on the line of &quot;---&quot;, below which no entry can go</source>
+        <translation>der Wert steht in der Zeile von „---“, unter der kein Eintrag stehen kann</translation>
+    </message>
 </context>
 <context>
     <name>Repository</name>
