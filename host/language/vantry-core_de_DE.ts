@@ -1787,6 +1787,30 @@
         <translation>%1; eine Vorlage ist erst YAML, wenn sie ausgefüllt ist</translation>
     </message>
     <message>
+        <source>%1; a text needs quotes around it</source>
+        <translation>%1; ein Text braucht Anführungszeichen</translation>
+    </message>
+    <message>
+        <source>%1; its line ends before the quotes close</source>
+        <translation>%1; die Zeile endet vor dem schließenden Anführungszeichen</translation>
+    </message>
+    <message>
+        <source>%1; in double quotes a backslash is written twice, in single quotes once</source>
+        <translation>%1; zwischen doppelten Anführungszeichen wird ein umgekehrter Schrägstrich doppelt geschrieben, zwischen einfachen nur einmal</translation>
+    </message>
+    <message>
+        <source>%1, which is not closed</source>
+        <translation>%1, das nicht geschlossen ist</translation>
+    </message>
+    <message>
+        <source>%1; a merge has left a mark of its conflicts</source>
+        <translation>%1; das Zusammenführen hat ein Zeichen seiner Konflikte hinterlassen</translation>
+    </message>
+    <message>
+        <source>%1; a comment begins with #</source>
+        <translation>%1; ein Kommentar beginnt mit #</translation>
+    </message>
+    <message>
         <source>its value is on the line of &quot;---&quot;, below which no entry can go</source>
         <translation>der Wert steht in der Zeile von „---“, unter der kein Eintrag stehen kann</translation>
     </message>

@@ -68,13 +68,29 @@ const Documents::Format* findFormat(Endings endings, std::string_view ending)
     return nullptr;
 }
 
+// The format that decides by a name: that of the file, with or without its folder, or of the file to which it
+// adds, as "name.d/file" does.
+const Documents::Format* formatByName(const QString& file)
+{
+    const std::string name = nameIn(file);
+    const QString parent = file.left(std::max(file.lastIndexOf(QLatin1Char('/')), 0));
+    const std::string folder = parent.mid(parent.lastIndexOf(QLatin1Char('/')) + 1).toLower().toStdString();
+    constexpr auto names = &Documents::Format::getFileNames;
+    const auto* found = findFormat(names, name);
+    if (!found)
+        found = findFormat(names, folder + '/' + name);
+    if (!found && endingOf(folder) == "d" && endingOf(folder.substr(0, folder.size() - 2)) == endingOf(name))
+        found = findFormat(names, folder.substr(0, folder.size() - 2));
+    return found;
+}
+
 // What the name of a file tells: its format for certain, or which one is likely.
 struct FileName
 {
     explicit FileName(const QString& path) : file(path.toStdString())
     {
         const std::string name = nameIn(path);
-        const auto* const byName = findFormat(&Documents::Format::getFileNames, name);
+        const auto* const byName = formatByName(path);
         const std::string_view ending = endingOf(name);
         certain = byName ? byName : findFormat(&Documents::Format::getCertainEndings, ending);
         if (!certain)
@@ -132,11 +148,13 @@ const Documents::Format* formatByContent(std::string_view text)
     return nullptr;
 }
 
-const Documents::Format* formatThatClaims(std::string_view text)
+// Null when none takes a text for its own, by what it claims or what suits it.
+const Documents::Format* formatThat(bool (Documents::Format::*takes)(std::string_view) const,
+                                    std::string_view text)
 {
     const auto& formats = Documents::getFormats();
     const auto found = std::find_if(formats.begin(), formats.end(),
-                                    [text](const auto* format) { return format->claims(text); });
+                                    [=](const auto* format) { return (format->*takes)(text); });
     return found == formats.end() ? nullptr : *found;
 }
 
@@ -190,8 +208,11 @@ QString typeOf(const FileName& name, std::string_view text)
     if (!dialect.empty())
         return QString::fromStdString(dialect);
     const bool isForeign = name.isForeign || isDiff(text);
-    if (const auto* claiming = isForeign ? nullptr : formatThatClaims(text))
+    if (const auto* claiming = isForeign ? nullptr : formatThat(&Documents::Format::claims, text))
         return nameOf(claiming);
+    const bool isOfDialect = isForeign || !Documents::typeByText(text).empty();
+    if (const auto* suiting = isOfDialect ? nullptr : formatThat(&Documents::Format::suits, text))
+        return nameOf(suiting);
     if (name.likely && name.likely->rulesOut(text))
         return {};
     if (name.likely)
@@ -293,7 +314,9 @@ QString FileFormat::explainMistaking(const QString& file, const QString& type, c
     if (taken == type)
         return {};
     const bool isDialect = formatOf(taken) == formatOf(type);
-    if (isDialect && readAlike(taken, type, text))
+    const auto* const suiting = Documents::findFormat(taken.toStdString());
+    const bool isDoubtful = suiting && suiting->suits(decisiveText(text, enough));
+    if ((isDialect || isDoubtful) && readAlike(taken, type, text))
         return {};
     const QString form =
         isDialect ? Texts::tr("with this text it would be taken for %1 when it is read again; give it "

@@ -101,7 +101,21 @@ private slots:
         row("table of headers", "[a.b]\nx = 1\n", add("a.k", integer(1)), "[a]\nk = 1\n\n[a.b]\nx = 1\n");
         row("subtable", "[a]\nx = 1\n\n[b]\ny = 1\n", add("a.k.l", integer(1)),
             "[a]\nx = 1\n\n[a.k]\nl = 1\n\n[b]\ny = 1\n");
-        row("inline", "a = {x = 1}\n", add("a.k.l", integer(1)), "a = {x = 1, k = { l = 1 }}\n");
+        row("inline", "a = {x = 1}\n", add("a.k.l", integer(1)), "a = {x = 1, k = {l = 1}}\n");
+        row("as the last one of its kind", "[d]\na = {v=\"1\", k = 2}\n[d.b]\nk = 1\n[e]\n",
+            add("d.c.v", text("2")), "[d]\na = {v=\"1\", k = 2}\nc = {v=\"2\"}\n[d.b]\nk = 1\n[e]\n");
+        row("as a table of its kind", "[d]\na = { v = 1, k = 2 }\n[d.b]\nk = 1\n[e]\n",
+            add("d.c.k", integer(2)), "[d]\na = { v = 1, k = 2 }\n[d.b]\nk = 1\n[d.c]\nk = 2\n[e]\n");
+        row("as keys with dots", "[d]\na.v = true\nb = 1\n", add("d.c.v", boolean(false)),
+            "[d]\na.v = true\nb = 1\nc.v = false\n");
+        row("of no kind there", "[d]\na = { v = 1 }\n", add("d.c.k", integer(2)),
+            "[d]\na = { v = 1 }\n\n[d.c]\nk = 2\n");
+        row("too long for braces", "a = { v = '' }\n", add("b.v", text(std::string(100, 'x'))),
+            "a = { v = '' }\n\n[b]\nv = \"" + QByteArray(100, 'x') + "\"\n");
+        row("without a form in braces", "a = { v = 1 }\n", add("b.v", null()),
+            "a = { v = 1 }\n\n[b]\n# @type null\nv = \"\"\n");
+        row("element as the last one", "a = [{n=1}]\n", addElement("a.1", {{"n", integer(2)}}),
+            "a = [{n=1}, {n=2}]\n");
         row("empty inline", "a = {}\n", add("a.k", integer(1)), "a = { k = 1 }\n");
         row("element of tables", "[[t]]\na = 1\n[[t.u]]\n\n[v]\n", add("t.1.k", integer(1)),
             "[[t]]\na = 1\n[[t.u]]\n[[t]]\nk = 1\n\n[v]\n");
@@ -139,7 +153,10 @@ private slots:
         row("from a table", "a = { b = 1, c.d = 2, c.e = 3 }\n", drop("a.c"), "a = { b = 1 }\n");
         row("last element", "a = [ 1, 'x', 2, ]\n", drop("a.2"), "a = [ 1, 'x', ]\n");
         row("element with a table", "[[t]]\n[t.u]\n# in u\n\n# of two\n[[t]]\n", drop("t.0"),
-            "\n# of two\n[[t]]\n");
+            "# of two\n[[t]]\n");
+        row("the first line", "a = 1\n\n\n[b]\n", drop("a"), "[b]\n");
+        row("the first of tables", "[[t]]\na = 1\n\n[[t]]\na = 2\n\n[u]\n", move("t.0", "t.1"),
+            "[[t]]\na = 2\n\n[[t]]\na = 1\n\n[u]\n");
         const QByteArray ends = "# all\n\n[[t]]\na = 1\n# b = 2\n\n# c = 3\n\n# of two\n[[t]]\n# d = 4\n"
                                 "[u]\nk = 1\n# of u\n\n# of v\n[v]\n\n#[w]\n#k = 1\n\n# all, too";
         row("end of an element", ends, drop("t.1"), QByteArray(ends).replace("[[t]]\n# d = 4\n", ""));
@@ -158,6 +175,12 @@ private slots:
         row("member", "a = { b.c = 1, b.d = 2 }\n", renameTo("a.b", "k"), "a = { k.c = 1, k.d = 2 }\n");
         row("move table", "[[t]]\na = 1\n\n# of two\n[[t]]\na = 2\n[t.u]\n", move("t.1", "t.0"),
             "# of two\n[[t]]\na = 2\n[t.u]\n\n[[t]]\na = 1\n");
+        row("move from the beginning", "# of one\n[[t]]\na = 1\n# end\n\n[[t]]\na = 2\n", move("t.0", "t.1"),
+            "[[t]]\na = 2\n\n# of one\n[[t]]\na = 1\n# end\n");
+        row("move without blank lines", "[[t]]\na = 1\n[[t]]\na = 2\n[[t]]\n", move("t.2", "t.1"),
+            "[[t]]\na = 1\n[[t]]\n[[t]]\na = 2\n");
+        row("the only one in braces", "a = { b.c = 1 } # c\nd = [ 1 ]\n", drop("a.b"),
+            "a = {} # c\nd = [ 1 ]\n");
         row("move lines", "a = [\n  # of one\n  1, # one\n\n  # of two\n  2\n]\n", move("a.1", "a.0"),
             "a = [\n  # of two\n  2,\n\n  # of one\n  1 # one\n]\n");
         row("move in a line", "a = [0x01, 2, # c\n 3]\n", move("a.0", "a.2"), "a = [2, 3, # c\n 0x01]\n");
@@ -173,6 +196,17 @@ private slots:
         row("to a table", tables, copyTo("t.1", "x"), tables + "\n# of two\n[x]\na = 2\n");
         row("from a table", "[a]\nx = 0x0F\n\n[[t.u]]\n", copyTo("a", "t.u.0"),
             "[a]\nx = 0x0F\n\n[[t.u]]\nx = 0x0F\n\n[[t.u]]\n");
+        row("keys with dots out of braces", "# head\n\na = { b.c = 0x1, d = 2, b.'e' = 'x' } # c\n",
+            copyTo("a.b", "k"),
+            "# head\n\na = { b.c = 0x1, d = 2, b.'e' = 'x' } # c\nk.c = 0x1\nk.'e' = 'x'\n");
+        row("a key with dots into braces", "a = { b.c = 0x1 } # c\n", copyTo("a.b", "a.k"),
+            "a = { b.c = 0x1, k.c = 0x1 } # c\n");
+        const QByteArray mixed =
+            "[a]\nx = 1\n\n# of l\nl.s = [\n  'p', # of p\n]\nl.t.u = 0x1 # u\n\n[a.l.m]\nk = 1\n# end\n";
+        row("keys with dots and headers", mixed, copyTo("a.l", "a.n"),
+            mixed + "\n# of l\n[a.n]\ns = [\n  'p', # of p\n]\nt.u = 0x1 # u\n\n[a.n.m]\nk = 1\n# end\n");
+        row("headers and keys with dots apart", "[t]\na.b.c = 1\n[u]\n[t.a.d]\n[[e]]\n", copyTo("t.a", "e.0"),
+            "[t]\na.b.c = 1\n[u]\n[t.a.d]\n[[e]]\nb.c = 1\n\n[e.d]\n[[e]]\n");
         row("copy a value", "a = [0x0F, 1.5]\nb = [1, 2]\n", copyTo("a.0", "b.1"),
             "a = [0x0F, 1.5]\nb = [1, 0x0F, 2]\n");
     }
@@ -198,6 +232,7 @@ private slots:
         row("all texts", "a = [1, 'x']\n", setTo("a.0", text("y")), "one list");
         row("twice", "a = 1\n", add("a[2]", integer(1)), "which TOML forbids");
         row("there", "a = 1\nb = 2\n", renameTo("a", "b"), "already an entry");
+        row("no element", "l = [1]\na = { b.c = 1 }\n", copyTo("a.b", "l.0"), "not as it is written");
         row("no table", "[[t]]\n", add("t.1", integer(1)), "has to be a table");
         row("no table, but tables", "[[t]]\n", addElement("t.0", {{"0.k", integer(1)}}), "has to be a table");
         row("no table, but an array", "[[t]]\n", addAll("t.1", {{"0", integer(1)}, {"1", integer(2)}}),

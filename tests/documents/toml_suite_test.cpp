@@ -150,6 +150,27 @@ private slots:
         QTEST(int(outcome.column), "column");
     }
 
+    void tellsWhatToDo_data()
+    {
+        const auto row = TestSupport::columns<QByteArray, QByteArray>("toml", "advice");
+        row("bare text", "a = yes\n", "a text needs quotes");
+        row("other true", "a = True\n", "a text needs quotes");
+        row("null", "a = null\n", "a text needs quotes");
+        row("open quotes", "# \xC3\xBC\na = \"x\xC3\xBC\nb = 1\n", "its line ends before the quotes close");
+        row("backslash", "a = \"C:\\dir\"\n", "a backslash is written twice");
+        row("open array", "a = [\n1,\n", ", which is not closed");
+        row("conflict", "a = 1\n<<<<<<< HEAD\n", "a merge has left");
+        row("ini comment", "a = 1\n; b\n", "a comment begins with #");
+    }
+
+    void tellsWhatToDo()
+    {
+        QFETCH(QByteArray, toml);
+        QFETCH(QByteArray, advice);
+        const Outcome outcome = makeDocument("toml")->parse(toml.toStdString());
+        QVERIFY2(outcome.error.find(advice.toStdString()) != std::string::npos, outcome.error.c_str());
+    }
+
 private:
     template <typename Callback>
     static void forEachCase(const QString& kind, const Callback& callback)

@@ -35,6 +35,11 @@ private slots:
         row("Pipfile.lock", "k = 1", "json");
         row("Cargo.lock", "{}", "toml");
         row("a.toml~", "{}", "toml");
+        row(".cargo/config", "[a]\nk=1", "toml");
+        row("b/config", "[a]\nk=1", "ini");
+        row("containers.conf", "", "toml");
+        row("containers.conf.d/a.conf", "[a]\nk=1", "toml");
+        row("containers.conf.d/README", "a b c\n", "");
         row("a.YML", "k = 1", "yaml");
         row(".clang-format", "k = 1", "yaml");
         row("flake.lock.orig~", "k = 1", "json");
@@ -55,6 +60,12 @@ private slots:
         row("a.conf", "k = \"b\"\n[[a]]\nl = 1\n", "toml");
         row("a.conf", "k = \"b\"\nl = 1\n", "ini");
         row("a.conf", "[a]\n\"b\" = \"c\"\n", "toml");
+        row("a.conf", "[a]\nk = \"b\"\n", "toml");
+        row("a.conf", "[a]\nk=\"b\"\n", "ini");
+        row("a.conf", "[ab]\nk = \"b\"\nl = c\n", "ini");
+        row("a.conf", "[Unit]\nDescription = \"b\"\n", "ini:systemd");
+        row("a.conf", "[long]\nk = [\n" + QByteArray(" 1,\n").repeated(5000) + "]\n", "toml");
+        row("a.conf", "[cut]\nk = [\n1,\n]\nl = m\n", "ini");
         row("a.conf", "k = [b]\n", "ini");
         row("a.conf", "# k = [1]\nk = 1\n", "ini");
         row("a.svg", "", "xml");
@@ -168,6 +179,7 @@ private slots:
         QFETCH(QByteArray, content);
         QTemporaryDir folder;
         QFile file(folder.filePath(name));
+        QVERIFY(QDir().mkpath(QFileInfo(file).path()));
         QVERIFY(file.open(QIODevice::WriteOnly));
         QCOMPARE(file.write(content), qint64(content.size()));
         file.close();
@@ -224,6 +236,8 @@ private slots:
         row("a.svg", "xml", "<a/>", "", false);
         row("a.conf", "ini", "k=1\n", "[Unit]\nk=1\n", false); // which reads the same
         row("a.conf", "ini", "k=1\n", "[Unit]\nk=1 ; c\n", true);
+        row("a.conf", "ini", "k=1\n", "[a]\nk = \" b\"\n", false);
+        row("a.conf", "ini", "k=1\n", "[a]\nk.l = \" b\"\n", true);
     }
 
     void findsMistaking()

@@ -191,6 +191,8 @@ private slots:
             "new:\n  x: 1\n  # y = 2\n  # z = 3\n  b: {}\n  # k = 1\n  t:\n    - q: 1\n      # last\n");
         row("toml to ini", "toml", toml, "ini",
             "[new]\nx=1\n# y = 2\n# z = 3\n\n[new.b]\n# k = 1\n\n[new.t.0]\nq=1\n# last\n");
+        row("dots in braces of toml", "toml", "# head\n\nk = 1\n[a]\nb = { c.d = 2, e = 3 } # f\n", "yaml",
+            "new:\n  b:\n    c:\n      d: 2\n    e: 3 # f\n");
         row("arrays of toml", "toml",
             "[a]\nl = [\n  # of x\n  'x', # x\n  # end\n]\nm = [\n  1,\n  # last\n]\nn = [\n  # "
             "none\n]\n\n[c]\n",

@@ -27,7 +27,8 @@ public:
     virtual std::string_view getCertainEndings() const = 0;
     virtual std::string_view getLikelyEndings() const { return {}; }
 
-    // Lower-case file names, separated by blanks, that decide the format whatever they end with.
+    // Lower-case file names, separated by blanks, that decide the format whatever they end with; one may have
+    // its folder in front, as "folder/name".
     virtual std::string_view getFileNames() const { return {}; }
 
     // Whether a text that begins like this is of this format, whatever its file name suggests.
@@ -40,6 +41,10 @@ public:
     // Whether a text is of this format for certain, and says in it what it could not in another one, be it
     // that which its file's ending makes likely. It may be cut off, too.
     virtual bool claims(std::string_view) const { return false; }
+
+    // Whether a text that has no sign of a dialect is rather of this format than of that which its file's
+    // ending makes likely. It may be cut off, too.
+    virtual bool suits(std::string_view) const { return false; }
 
     // Whether a text is of another syntax for certain, though its file has one of the likely endings.
     virtual bool rulesOut(std::string_view) const { return false; }

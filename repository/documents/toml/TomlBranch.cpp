@@ -131,7 +131,7 @@ void TomlBranchWriter::writeMembers(const std::string& path, const TomlBranch& b
 
 void TomlBranchWriter::writeInlineMember(const std::string& key, const TomlBranch& branch, bool& isFirst)
 {
-    text += isFirst ? " " : ", ";
+    text += !isFirst ? ", " : style.isPadded ? " " : "";
     isFirst = false;
     text += key + style.separator;
     writeInline(branch, true);
@@ -166,7 +166,7 @@ void TomlBranchWriter::writeInline(const TomlBranch& branch, bool isInTable)
             writeInlineMember(encodeTomlKey(tomlOwnValueKey), {{}, branch.value, {}, false}, isFirst);
         for (const TomlBranch& child : branch.children)
             writeInlineMember(encodeTomlKey(child.key), child, isFirst);
-        text += isFirst ? "}" : " }";
+        text += isFirst || !style.isPadded ? "}" : " }";
     }
     --depth;
 }

@@ -32,6 +32,7 @@ struct TomlStyle
     std::string headerIndentation; // of tables
     std::string separator = " = ";
     bool hasBlankLines = true; // above headers
+    bool isPadded = true;      // within braces
 };
 
 // The key that a component of a path is, or why TOML cannot have it.

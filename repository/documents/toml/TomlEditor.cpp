@@ -23,6 +23,13 @@ std::string_view withoutBlankLines(std::string_view lines)
     return lines.substr(0, skipTomlLine(lines, lines.find_last_not_of(" \t\r\n") + 1));
 }
 
+std::string_view withoutFirstBlankLines(std::string_view lines)
+{
+    while (beginsWithBlankLine(lines))
+        lines.remove_prefix(textLineAt(lines, 0).end);
+    return lines;
+}
+
 } // namespace
 
 std::size_t keyBegin(std::string_view text, bool isHeader)
@@ -230,13 +237,17 @@ void TomlEditor::removeStatement(StatementId id)
 }
 
 // What was above a removed statement goes to the next one, whose type it does not tag; of blank lines on both
-// sides, one part is enough.
+// sides, one part is enough, and none at the beginning of the file.
 void TomlEditor::giveLead(StatementId next, std::string lead)
 {
     const std::string_view following = next == noStatement ? tree.getTail() : tree.leadOf(next);
     const bool isAtEnd = next == noStatement && following.empty();
     const bool isAtBegin = tree.statement(TomlTree::rootStatement).next == next;
-    if (lead.empty() || (!hasComment(lead) && (isAtEnd || isAtBegin || beginsWithBlankLine(following))))
+    if (isAtBegin && !hasComment(lead)) {
+        setTriviaBelow(TomlTree::rootStatement, std::string(withoutFirstBlankLines(following)));
+        return;
+    }
+    if (lead.empty() || (!hasComment(lead) && (isAtEnd || beginsWithBlankLine(following))))
         return;
     if (isAtEnd || beginsWithBlankLine(following))
         lead.resize(withoutBlankLines(lead).size());

@@ -82,6 +82,7 @@ void TomlElements::moveTable(NodeId array, std::size_t from, std::size_t to)
     const NodeId first = tree.node(array).first;
     TomlInsertion insertion(file);
     TomlEditor editor(file);
+    const bool isSpaced = TomlStyles(file).areSpaced(tree.node(tree.node(array).last).statement, true);
     const StatementId after =
         from < to ? insertion.endOf(there) : tree.statement(tree.node(there).statement).previous;
     editor.moveStatements(editor.statementsOf(element), after);
@@ -92,9 +93,9 @@ void TomlElements::moveTable(NodeId array, std::size_t from, std::size_t to)
         std::string lead(tree.leadOf(header));
         while (isFirst && beginsWithBlankLine(lead))
             lead.erase(0, lead.find('\n') + 1);
-        const bool hasOwn = lead.size() > editor.endCommentsOf(tree.statement(header).previous).size();
-        if (!hasOwn && !isFirst)
-            lead += file.lineEnd;
+        const std::size_t ends = editor.endCommentsOf(tree.statement(header).previous).size();
+        if (isSpaced && !isFirst && !beginsWithBlankLine(std::string_view(lead).substr(ends)))
+            lead.insert(ends, file.lineEnd);
         tree.setLead(header, lead);
     }
     tree.settle(array);

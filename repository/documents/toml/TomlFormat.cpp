@@ -33,18 +33,48 @@ bool isOfTomlAlone(std::string_view line)
            startsWith(value, "'''");
 }
 
+// Whether it is a key with a text in quotes and with blanks in between, as no shell reads it.
+bool isSpacedText(std::string_view line)
+{
+    const std::size_t equals = line.find('=');
+    if (equals == 0 || equals == std::string_view::npos || line[equals - 1] != ' ')
+        return false;
+    const std::string_view value = line.substr(equals + 1);
+    return startsWith(value, " \"") || startsWith(value, " '");
+}
+
+template <class Predicate>
+bool hasLine(std::string_view text, Predicate isWanted)
+{
+    for (std::size_t at = 0; at < text.size();) {
+        const TextLine line = textLineAt(text, at);
+        const std::string_view content = trimBlanks(line.content);
+        if (!startsWith(content, "#") && isWanted(content))
+            return true;
+        at = line.end;
+    }
+    return false;
+}
+
+// Whether the text is valid, or is cut off within a value.
+bool isValidSoFar(std::string_view text)
+{
+    const Outcome outcome = TomlDocument().parse(std::string(text));
+    const Outcome end = outcomeAt(text, text.size() - 1);
+    return outcome.ok() || (outcome.line == end.line && outcome.column >= end.column);
+}
+
 } // namespace
 
 bool TomlFormat::claims(std::string_view text) const
 {
-    bool isTypical = false;
-    for (std::size_t at = 0; at < text.size() && !isTypical;) {
-        const TextLine line = textLineAt(text, at);
-        at = line.end;
-        const std::string_view content = trimBlanks(line.content);
-        isTypical = !startsWith(content, "#") && isOfTomlAlone(content);
-    }
-    return isTypical && makeDocument()->parse(std::string(text)).ok();
+    return hasLine(text, isOfTomlAlone) && isValidSoFar(text);
+}
+
+bool TomlFormat::suits(std::string_view text) const
+{
+    const auto isHeader = [](std::string_view line) { return startsWith(line, "["); };
+    return hasLine(text, isHeader) && hasLine(text, isSpacedText) && isValidSoFar(text);
 }
 
 std::optional<std::string> TomlFormat::writeWhole(std::vector<Entry>& entries) const

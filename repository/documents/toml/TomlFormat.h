@@ -14,9 +14,11 @@ public:
     std::string_view getCertainEndings() const override { return "toml"; }
     std::string_view getFileNames() const override
     {
-        return "cargo.lock poetry.lock pipfile uv.lock pdm.lock gopkg.lock";
+        return "cargo.lock poetry.lock pipfile uv.lock pdm.lock gopkg.lock .cargo/config containers.conf "
+               "registries.conf containers/storage.conf containers/toolbox.conf crio.conf";
     }
     bool claims(std::string_view text) const override;
+    bool suits(std::string_view text) const override;
     bool isInTreeOrder() const override { return true; }
     std::optional<std::string> writeWhole(std::vector<Entry>& entries) const override;
     std::string explainRefusal(const std::vector<Entry>& entries) const override;

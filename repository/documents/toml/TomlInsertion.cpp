@@ -101,7 +101,7 @@ Outcome TomlInsertion::wrap(NodeId id, TomlBranch branch)
         return refused(error);
     }
     const StatementId statement = tree.node(id).statement;
-    const TomlStyle style = styleAt(statement);
+    const TomlStyle style = styles.at(statement);
     TomlBranchWriter writer(style);
     const NodeId block = editor.blockOf(id);
     writer.writePairs(joinTomlKey(keyPathOf(id, block), encodeTomlKey(branch.key)), branch);
@@ -121,8 +121,7 @@ Outcome TomlInsertion::wrap(NodeId id, TomlBranch branch)
 
 std::string TomlInsertion::inlineText(const TomlBranch& branch, NodeId place, std::string& error) const
 {
-    TomlStyle style;
-    style.place.lineEnd = file.lineEnd;
+    const TomlStyle style = styles.inBraces(place);
     TomlBranchWriter writer(style);
     writer.writeInline(branch, file.isInInlineTable(place));
     error = writer.error.empty() ? file.encoding.findRefusal(writer.text) : writer.error;
@@ -181,7 +180,7 @@ Outcome TomlInsertion::insertElement(NodeId array, std::size_t position, TomlBra
     const NodeId next = tree.elementAt(array, position);
     const NodeId neighbour = next == noNode ? tree.node(array).last : next;
     const StatementId header = tree.node(neighbour).statement;
-    const TomlStyle style = styleAt(header);
+    const TomlStyle style = styles.at(header);
     TomlBranchWriter writer(style);
     writer.writeElement(keyPathOf(array, tree.getRoot()), branch);
     return write(next == noNode ? endOf(neighbour) : tree.statement(header).previous, tree.getRoot(), writer);
@@ -243,32 +242,6 @@ TomlInsertion::PairPlace TomlInsertion::pairPlaceOf(NodeId table) const
     return {tree.statement(first).previous, table, {}, true};
 }
 
-std::string TomlInsertion::lineSeparator(StatementId neighbour) const
-{
-    constexpr int enough = 100;
-    StatementId id = neighbour;
-    for (int i = 0; id != noStatement && tree.statement(id).isHeader && i < enough; ++i)
-        id = tree.statement(id).previous;
-    if (id == noStatement)
-        id = tree.statement(TomlTree::rootStatement).next;
-    for (int i = 0; id != noStatement && tree.statement(id).isHeader && i < enough; ++i)
-        id = tree.statement(id).next;
-    if (id == noStatement || tree.statement(id).isHeader)
-        return " = ";
-    const std::string_view line = tree.text(tree.statement(id).begin, tree.statement(id).bodyEnd);
-    TomlKeyPart part = readTomlKeyPart(line, skipTomlBlanks(line, 0));
-    while (!part.isLast)
-        part = readTomlKeyPart(line, part.next);
-    return part.next == part.end && skipTomlBlanks(line, part.next + 1) == part.next + 1 ? "=" : " = ";
-}
-
-std::string TomlInsertion::indentationOf(StatementId statement) const
-{
-    const std::string_view text =
-        tree.text(tree.statement(statement).begin, tree.statement(statement).bodyEnd);
-    return std::string(text.substr(0, skipTomlBlanks(text, 0)));
-}
-
 TomlStyle TomlInsertion::tableStyleIn(NodeId table) const
 {
     NodeId model = tree.node(table).last;
@@ -280,42 +253,65 @@ TomlStyle TomlInsertion::tableStyleIn(NodeId table) const
     for (model = model == noNode ? table : model; !hasHeader(model);)
         model = tree.node(model).parent;
     const StatementId header = tree.node(model).statement;
-    TomlStyle style = styleAt(endOf(table));
-    style.indentation = style.headerIndentation = indentationOf(header);
+    TomlStyle style = styles.at(endOf(table));
+    style.indentation = style.headerIndentation = styles.indentationOf(header);
     const StatementId key = tree.statement(header).next;
     if (key != noStatement && !tree.statement(key).isHeader)
-        style.indentation = indentationOf(key);
+        style.indentation = styles.indentationOf(key);
     return style;
 }
 
-TomlStyle TomlInsertion::styleAt(StatementId neighbour) const
+// The last table in this one that has a key of the new one, which is written in the same way; noNode where
+// none decides it.
+NodeId TomlInsertion::modelOf(NodeId table, const TomlBranch& branch) const
 {
-    TomlStyle style;
-    style.place.lineEnd = file.lineEnd;
-    style.separator = lineSeparator(neighbour);
-    style.indentation = style.headerIndentation = indentationOf(neighbour);
-    StatementId header = neighbour;
     constexpr int enough = 100;
-    for (int i = 0; i < enough && header != TomlTree::rootStatement && !tree.statement(header).isHeader; ++i)
-        header = tree.statement(header).previous;
-    const bool isFirst = tree.statement(header).previous == noStatement ||
-                         tree.statement(header).previous == TomlTree::rootStatement;
-    const std::string_view above = tree.leadOf(header);
-    style.hasBlankLines = isFirst || beginsWithBlankLine(above);
-    return style;
+    const auto isMember = [](const TomlBranch& child) { return child.isPair(); };
+    if (branch.value || branch.isArray ||
+        !std::all_of(branch.children.begin(), branch.children.end(), isMember))
+        return noNode;
+    NodeId id = tree.node(table).last;
+    for (int i = 0; i < enough && id != noNode; ++i, id = tree.node(id).previous) {
+        const auto isShared = [&](const TomlBranch& child) { return tree.findKey(id, child.key) != noNode; };
+        if (tree.node(id).isTable() && std::any_of(branch.children.begin(), branch.children.end(), isShared))
+            return id;
+    }
+    return noNode;
+}
+
+// In braces as the model is; empty where that is none, would be a long line, or has no form for a value.
+std::string TomlInsertion::bracedText(const TomlBranch& branch, NodeId model) const
+{
+    constexpr std::size_t longest = 100;
+    if (tree.node(model).kind != TomlKind::InlineTable)
+        return {};
+    std::string error;
+    std::string text = inlineText(branch, model, error);
+    return error.empty() && text.size() <= longest ? text : std::string();
+}
+
+bool TomlInsertion::isDottedTable(NodeId id) const
+{
+    return id != noNode && tree.node(id).kind == TomlKind::Table && tree.node(id).statement == noStatement &&
+           lastDottedOf(id) != noStatement;
 }
 
 Outcome TomlInsertion::insertIntoTable(NodeId table, const TomlBranch& branch)
 {
     const std::string key = encodeTomlKey(branch.key);
-    const bool isDotted = tree.node(table).statement == noStatement && lastDottedOf(table) != noStatement;
-    if (branch.isPair() || isDotted) {
+    const NodeId model = branch.isPair() ? noNode : modelOf(table, branch);
+    const std::string braced = model == noNode ? std::string() : bracedText(branch, model);
+    if (branch.isPair() || isDottedTable(table) || !braced.empty() || isDottedTable(model)) {
         const PairPlace place = pairPlaceOf(table);
-        const TomlStyle style = styleAt(place.needsHeader ? tree.firstStatementOf(table) : place.after);
+        const TomlStyle style = styles.at(place.needsHeader ? tree.firstStatementOf(table) : place.after);
         TomlBranchWriter writer(style);
         if (place.needsHeader)
             writer.text = style.indentation + '[' + keyPathOf(table, tree.getRoot()) + ']' + file.lineEnd;
-        writer.writePairs(joinTomlKey(place.prefix, key), branch);
+        const std::string path = joinTomlKey(place.prefix, key);
+        if (!braced.empty())
+            writer.text += style.indentation + path + style.separator + braced + file.lineEnd;
+        else
+            writer.writePairs(path, branch);
         return write(place.after, place.block, writer);
     }
     const TomlStyle style = tableStyleIn(table);
@@ -346,7 +342,7 @@ void TomlInsertion::insertLines(StatementId after, NodeId block, std::string tex
         text.insert(0, tail + (isHeader || endsInTypeTag(tail) ? file.lineEnd : std::string()));
         tree.setTail(0, 0);
     } else if (isHeader && !isFirst && !beginsWithBlankLine(text) &&
-               (!above.empty() || areSpaced(after, startsWith(text, "[[")))) {
+               (!above.empty() || styles.areSpaced(after, startsWith(text, "[[")))) {
         text.insert(0, file.lineEnd);
     }
     if (next != noStatement && tree.statement(next).isHeader && (isFirst || isHeader)) {
@@ -360,25 +356,6 @@ void TomlInsertion::insertLines(StatementId after, NodeId block, std::string tex
             tree.setLead(next, (needsBlank ? file.lineEnd : std::string()) + lead.substr(own));
     }
     editor.insert(after, block, above + text);
-}
-
-// Whether a new header has a blank line above it, as the ones before have, or those of elements the last one.
-bool TomlInsertion::areSpaced(StatementId after, bool isElement) const
-{
-    constexpr int enough = 1000;
-    bool areNone = true;
-    StatementId id = after;
-    for (int i = 0; i < enough && id != TomlTree::rootStatement; ++i, id = tree.statement(id).previous) {
-        const bool isFirst = tree.statement(id).previous == TomlTree::rootStatement;
-        if (!tree.statement(id).isHeader || isFirst)
-            continue;
-        areNone = false;
-        if (beginsWithBlankLine(tree.leadOf(id)))
-            return true;
-        if (isElement)
-            return false;
-    }
-    return areNone;
 }
 
 } // namespace Repository::Documents

@@ -3,6 +3,7 @@
 #include "repository/documents/toml/TomlBranch.h"
 #include "repository/documents/toml/TomlEditor.h"
 #include "repository/documents/toml/TomlFile.h"
+#include "repository/documents/toml/TomlStyles.h"
 
 #include <string>
 #include <string_view>
@@ -15,7 +16,10 @@ namespace Repository::Documents {
 class TomlInsertion
 {
 public:
-    explicit TomlInsertion(TomlFile& tomlFile) : file(tomlFile), tree(tomlFile.tree), editor(tomlFile) {}
+    explicit TomlInsertion(TomlFile& tomlFile)
+        : file(tomlFile), tree(tomlFile.tree), editor(tomlFile), styles(tomlFile)
+    {
+    }
 
     // In the order of a tree with paths relative to it.
     Outcome insert(std::string_view path, const std::vector<Entry>& entries);
@@ -32,9 +36,6 @@ public:
 
     // Where a new header of a table in this one goes: after this statement.
     StatementId endOf(NodeId table) const;
-
-    // How lines look beside this statement.
-    TomlStyle styleAt(StatementId neighbour) const;
 
     // How a new table in this one looks: as the last one there, or as this one.
     TomlStyle tableStyleIn(NodeId table) const;
@@ -59,15 +60,16 @@ private:
     Outcome insertMember(NodeId parent, const TomlBranch& branch);
     Outcome write(StatementId after, NodeId block, const TomlBranchWriter& writer);
     Outcome wrap(NodeId id, TomlBranch branch);
-    bool areSpaced(StatementId after, bool isElement) const;
+    NodeId modelOf(NodeId table, const TomlBranch& branch) const;
+    std::string bracedText(const TomlBranch& branch, NodeId model) const;
+    bool isDottedTable(NodeId id) const;
     std::string inlineText(const TomlBranch& branch, NodeId place, std::string& error) const;
     StatementId lastDottedOf(NodeId table) const;
-    std::string lineSeparator(StatementId neighbour) const;
-    std::string indentationOf(StatementId statement) const;
 
     TomlFile& file;
     TomlTree& tree;
     TomlEditor editor;
+    TomlStyles styles;
 };
 
 } // namespace Repository::Documents

@@ -24,6 +24,8 @@ TextMarks TomlDocument::getMarks() const
         const TomlNode& node = tree.node(id);
         const bool isPart = node.parent != noNode && tree.node(node.parent).isInline();
         const std::size_t inlineEnd = node.isInline() ? node.valueEnd : 0; // an array may end in comments
+        if (isPart && !node.hasSpan())                                     // which only dotted keys make
+            return;
         if (!path.empty() && isPart)
             marks.begins.push_back({path, node.value, inlineEnd});
         else if (!path.empty() && node.statement != noStatement)

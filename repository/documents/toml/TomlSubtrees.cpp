@@ -132,8 +132,24 @@ std::string TomlSubtrees::commentBehind(NodeId item) const
 
 std::optional<Excerpt> TomlSubtrees::ofItem(NodeId id) const
 {
-    return tree.node(id).hasSpan() ? std::optional(ofValue(file.textOf(id), commentBehind(id)))
-                                   : std::nullopt;
+    if (tree.node(id).hasSpan())
+        return ofValue(file.textOf(id), commentBehind(id));
+    Excerpt found;
+    found.lineEnd = file.lineEnd;
+    std::vector<std::string> path;
+    const std::string text = file.textOf(tree.bracketsAround(id, path));
+    const TomlItems items(text, file.lineEnd);
+    for (std::size_t i = 0; i < items.count(); ++i) {
+        const std::string_view item = items.item(i);
+        const auto part = findTomlKeyPart(item, path);
+        if (!part)
+            continue;
+        found.text += found.text.empty() ? "" : file.lineEnd;
+        found.names.emplace_back(found.text.size(), found.text.size() + 1);
+        found.text.append("k").append(item.substr(part->end));
+    }
+    noteLines(found);
+    return found;
 }
 
 Excerpt TomlSubtrees::ofValue(std::string_view value, std::string comment) const
@@ -160,6 +176,7 @@ std::optional<Excerpt> TomlSubtrees::excerptOfText(std::string_view path) const
 }
 
 // The last part of the name of each header is that of the named node: the subtree, or the array around it.
+// Keys with dots that headers follow are written below a header of their own.
 std::optional<Excerpt> TomlSubtrees::ofStatements(NodeId id, NodeId named) const
 {
     Excerpt found;
@@ -170,6 +187,14 @@ std::optional<Excerpt> TomlSubtrees::ofStatements(NodeId id, NodeId named) const
     found.above = tree.leadOf(statements.front()).substr(editor.findOwnComments(statements.front()));
     const std::string_view line = tree.text(first.begin, first.end);
     found.indentation = line.substr(0, skipTomlBlanks(line, 0));
+    const auto isHeader = [this](StatementId each) { return tree.statement(each).isHeader; };
+    const auto headers = std::find_if(statements.begin(), statements.end(), isHeader);
+    const bool hasHeaders = headers != statements.end();
+    if (hasHeaders && !first.isHeader) {
+        const std::size_t name = found.indentation.size() + 1;
+        found.text = found.indentation + "[k]" + file.lineEnd;
+        found.names.emplace_back(name, name + 1);
+    }
     for (std::size_t i = 0; i < statements.size(); ++i) {
         const StatementId each = statements[i];
         if (i > 0)
@@ -178,10 +203,13 @@ std::optional<Excerpt> TomlSubtrees::ofStatements(NodeId id, NodeId named) const
             found.text += tree.leadOf(each);
         else if (i > 0)
             (found.text += file.lineEnd) += tree.leadOf(each).substr(editor.findOwnComments(each));
-        if (!appendStatement(found, each, named, first.isHeader))
+        const bool isBelowHeader = hasHeaders && i >= std::size_t(headers - statements.begin());
+        const bool isWritten = hasHeaders && !isBelowHeader ? appendShortened(found, each, named)
+                                                            : appendStatement(found, each, named, hasHeaders);
+        if (!isWritten)
             return {};
         const bool isFollowed = i + 1 < statements.size() && tree.statement(each).next == statements[i + 1];
-        if (first.isHeader && !isFollowed)
+        if (isBelowHeader && !isFollowed)
             found.text += editor.endCommentsOf(each);
     }
     found.text.erase(0, found.indentation.size());
@@ -211,6 +239,17 @@ bool TomlSubtrees::appendStatement(Excerpt& target, StatementId statement, NodeI
     if (part)
         target.names.emplace_back(offset + keyBegin(text, isHeader), offset + part->end);
     return !part || isHeader == inHeaders;
+}
+
+// Without the name of the node and what is in front of that.
+bool TomlSubtrees::appendShortened(Excerpt& target, StatementId statement, NodeId named) const
+{
+    const std::string text = file.statementText(statement);
+    const auto part = TomlEditor(file).findName(statement, named);
+    if (!part || part->isLast)
+        return false;
+    target.text.append(text, 0, keyBegin(text, false)).append(text, part->next);
+    return true;
 }
 
 std::string TomlSubtrees::adapted(const std::string& text, const Excerpt& excerpt) const
@@ -247,7 +286,8 @@ bool TomlSubtrees::insertElement(NodeId array, std::size_t position, const Excer
         return false;
     if (tree.node(array).kind == TomlKind::Tables)
         return insertTable(array, position, excerpt);
-    const bool isItem = isOneItem(excerpt) && (!hasBreak(excerpt.text) || !file.isInInlineTable(array));
+    const bool isItem = isOneItem(excerpt) && readTomlKeyPart(excerpt.text, 0).isLast &&
+                        (!hasBreak(excerpt.text) || !file.isInInlineTable(array));
     return isItem &&
            insertItem(array, position, adapted(excerpt.text.substr(valueBegin(excerpt.text)), excerpt));
 }
@@ -275,7 +315,7 @@ bool TomlSubtrees::insertTable(NodeId tables, std::size_t position, const Excerp
     const std::string name = insertion.keyPathOf(tables, tree.getRoot());
     const NodeId next = tree.elementAt(tables, position);
     const StatementId header = tree.node(next == noNode ? tree.node(tables).last : next).statement;
-    const std::string indentation = insertion.styleAt(header).indentation;
+    const std::string indentation = TomlStyles(file).at(header).indentation;
     std::string text = excerptText(excerpt, name, indentation);
     const std::size_t closing = skipTomlBlanks(text, excerpt.names.front().first + name.size());
     if (text[closing] != ']')
@@ -301,7 +341,7 @@ bool TomlSubtrees::insertLines(NodeId parent, const std::string& key, const Exce
     TomlInsertion insertion(file);
     const TomlInsertion::PairPlace place = insertion.pairPlaceOf(parent);
     const std::string indentation =
-        insertion.styleAt(place.needsHeader ? tree.firstStatementOf(parent) : place.after).indentation;
+        TomlStyles(file).at(place.needsHeader ? tree.firstStatementOf(parent) : place.after).indentation;
     std::string text =
         linesOf(excerptText(excerpt, joinTomlKey(place.prefix, key), indentation), excerpt, indentation);
     if (place.needsHeader)

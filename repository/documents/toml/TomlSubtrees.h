@@ -31,6 +31,7 @@ private:
     std::string commentBehind(NodeId item) const;
     std::optional<Excerpt> ofStatements(NodeId id, NodeId named) const;
     bool appendStatement(Excerpt& target, StatementId statement, NodeId named, bool inHeaders) const;
+    bool appendShortened(Excerpt& target, StatementId statement, NodeId named) const;
     bool insertElement(NodeId array, std::size_t position, const Excerpt& excerpt);
     bool insertTable(NodeId tables, std::size_t position, const Excerpt& excerpt);
     bool insertLines(NodeId parent, const std::string& key, const Excerpt& excerpt);

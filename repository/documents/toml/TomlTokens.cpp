@@ -158,6 +158,20 @@ TomlKeyPart readTomlKeyPart(std::string_view text, std::size_t at)
     return part;
 }
 
+std::optional<TomlKeyPart> findTomlKeyPart(std::string_view key, const std::vector<std::string>& path)
+{
+    TomlKeyPart part = readTomlKeyPart(key, 0);
+    for (std::size_t i = 0;; ++i) {
+        if (decodeTomlKey(key.substr(part.begin, part.end - part.begin)) != path[i])
+            return {};
+        if (i + 1 == path.size())
+            return part;
+        if (part.isLast)
+            return {};
+        part = readTomlKeyPart(key, part.next);
+    }
+}
+
 std::string decodeTomlKey(std::string_view part)
 {
     const bool isQuoted = !part.empty() && (part[0] == '"' || part[0] == '\'');

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace Repository::Documents {
 
@@ -41,6 +43,9 @@ struct TomlKeyPart
     bool isLast = true;
 };
 TomlKeyPart readTomlKeyPart(std::string_view text, std::size_t at);
+
+// The last part of a path that a key begins with; nothing where it begins in another way.
+std::optional<TomlKeyPart> findTomlKeyPart(std::string_view key, const std::vector<std::string>& path);
 
 // The key that a part spells.
 std::string decodeTomlKey(std::string_view part);

@@ -152,6 +152,15 @@ bool TomlTree::isOwnValue(NodeId id) const
            keyText(id) == tomlOwnValueKey;
 }
 
+NodeId TomlTree::bracketsAround(NodeId id, std::vector<std::string>& path) const
+{
+    path.assign(1, std::string(keyText(id)));
+    NodeId brackets = node(id).parent;
+    for (; !node(brackets).hasSpan(); brackets = node(brackets).parent)
+        path.insert(path.begin(), std::string(keyText(brackets)));
+    return brackets;
+}
+
 NodeId TomlTree::add(NodeId parent, const TomlNode& node, bool isLast)
 {
     const NodeId id = allocate();

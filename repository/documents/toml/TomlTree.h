@@ -53,6 +53,10 @@ public:
     NodeId findOwnValue(NodeId id) const;
     bool isOwnValue(NodeId id) const;
 
+    // The inline table or array around a part of it, and the names that lead from there to the part: more
+    // than its own where dotted keys make the tables between.
+    NodeId bracketsAround(NodeId id, std::vector<std::string>& path) const;
+
     // A new node, as the last child or at the place that its statement gives it.
     NodeId add(NodeId parent, const TomlNode& node, bool isLast);
 
