@@ -37,18 +37,18 @@ std::string withPart(const std::string& text, const TomlKeyPart& part, const std
 void TomlRemoval::remove(NodeId id, bool withComments)
 {
     if (tree.node(tree.node(id).parent).isInline())
-        removeItems(id);
+        removeItems(id, withComments);
     else
         editor.remove(id, withComments);
 }
 
-void TomlRemoval::removeItems(NodeId id)
+void TomlRemoval::removeItems(NodeId id, bool withComments)
 {
     NodeId container = tree.node(id).parent;
     if (tree.node(container).kind == TomlKind::Array) {
         const std::string text = file.textOf(container);
         TomlItems items(text, file.lineEnd);
-        items.remove(tree.positionOf(id), 1);
+        items.remove(tree.positionOf(id), 1, withComments);
         editor.rewrite(container, items.apply());
         return;
     }
