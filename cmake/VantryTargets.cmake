@@ -80,11 +80,16 @@ function(vantry_add_test subject)
     target_link_libraries(${subject}_test PRIVATE vantry_common test_support ${arg_LINKS})
     set_target_properties(${subject}_test PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
     set(name ${room}/${subject})
+    set(seconds 600)
+    if(VANTRY_SANITIZE)
+        set(seconds 3600)
+    endif()
     add_test(NAME ${name} COMMAND ${subject}_test)
     set(environment
         QT_QPA_PLATFORM=$<IF:$<BOOL:${arg_DESKTOP}>,xcb,offscreen>
         LC_ALL=C.UTF-8 # in English, on whatever machine
         LANGUAGE=
+        QTEST_FUNCTION_TIMEOUT=${seconds}000 # in milliseconds; it would end a function after five minutes
         LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/sanitizers/leaks.supp:print_suppressions=0
         TSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/sanitizers/threads.supp:halt_on_error=1
         ASAN_OPTIONS=detect_leaks=1:detect_stack_use_after_return=1)
@@ -96,7 +101,7 @@ function(vantry_add_test subject)
         # It does not see how glib's event loop hands data to another thread.
         list(APPEND environment QT_NO_GLIB=1)
     endif()
-    set_tests_properties(${name} PROPERTIES TIMEOUT 600 ENVIRONMENT "${environment}")
+    set_tests_properties(${name} PROPERTIES TIMEOUT ${seconds} ENVIRONMENT "${environment}")
     if(arg_DESKTOP)
         set_tests_properties(${name} PROPERTIES RESOURCE_LOCK display)
     endif()

@@ -1730,6 +1730,10 @@
         <source>comments follow its lines, which would be lost</source>
         <translation>seinen Zeilen folgen Kommentare, die verloren gingen</translation>
     </message>
+    <message>
+        <source>its value is on the line of &quot;---&quot;, below which no entry can go</source>
+        <translation>der Wert steht in der Zeile von „---“, unter der kein Eintrag stehen kann</translation>
+    </message>
 </context>
 <context>
     <name>Repository</name>

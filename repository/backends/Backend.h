@@ -140,7 +140,7 @@ public:
     // An entry and all below it as they are written; see Document.
     virtual std::optional<Documents::Excerpt> excerpt(const QString& path) const = 0;
     virtual bool hasComments(const QString& path) const = 0;
-    virtual bool hasTags(const QString& path) const = 0;
+    virtual std::size_t countTags(const QString& path) const = 0;
 
     // All comments in its text, by the entries that they are about, with paths below its own.
     virtual std::vector<Documents::CarriedComment> getComments() const = 0;

@@ -273,10 +273,10 @@ bool DocumentBackend::hasComments(const QString& path) const
     return !content.isDamaged() && content.getDocument().hasComments(relative(path));
 }
 
-bool DocumentBackend::hasTags(const QString& path) const
+std::size_t DocumentBackend::countTags(const QString& path) const
 {
     const std::lock_guard lock(mutex);
-    return !content.isDamaged() && content.getDocument().hasTags(relative(path));
+    return content.isDamaged() ? 0 : content.getDocument().countTags(relative(path));
 }
 
 // As it is now, to be changed apart; null when it is damaged.

@@ -23,7 +23,7 @@ public:
     std::optional<std::string> spell(const QString& path) const override;
     std::optional<Documents::Excerpt> excerpt(const QString& path) const override;
     bool hasComments(const QString& path) const override;
-    bool hasTags(const QString& path) const override;
+    std::size_t countTags(const QString& path) const override;
     std::vector<Documents::CarriedComment> getComments() const override;
     std::optional<Documents::Excerpt>
     excerptOf(const QString& path, const std::vector<Documents::Entry>& entries,

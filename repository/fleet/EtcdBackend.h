@@ -34,7 +34,7 @@ public:
     const Documents::Format* getNameEncoding() const override { return nullptr; }
     std::optional<Documents::Excerpt> excerpt(const QString&) const override { return {}; }
     bool hasComments(const QString&) const override { return false; }
-    bool hasTags(const QString&) const override { return false; }
+    std::size_t countTags(const QString&) const override { return 0; }
     std::vector<Documents::CarriedComment> getComments() const override { return {}; }
     std::optional<Documents::Excerpt> excerptOf(const QString&, const std::vector<Documents::Entry>&,
                                                 const std::vector<Documents::CarriedComment>&) const override

@@ -139,7 +139,7 @@ Outcome ElementCopy::insert(bool isMove, TransferReport& report)
         return {};
     if (isMove && losesComments)
         return Refusals::losesComments();
-    if (const Backend* const writer = writerOfSource(); writer && writer->hasTags(from)) {
+    if (const Backend* const writer = writerOfSource(); writer && writer->countTags(from) > 0) {
         if (isMove)
             return Refusals::losesTags();
         report.setTagsLeftOut();

@@ -109,7 +109,7 @@ Outcome SubtreeCopy::changeDocuments(PartWriter& writer, SubtreeRemoval& removal
     }
     const auto excerpt = keepsText ? source.backend->excerpt(from) : std::nullopt;
     bool isWritten = excerpt && writer.writeExcerpt(*excerpt);
-    if (!isWritten && source.backend && source.backend->hasTags(from)) {
+    if (!isWritten && source.backend && source.backend->countTags(from) > 0) {
         if (isMove)
             return ofSource(Refusals::losesTags());
         report.setTagsLeftOut();

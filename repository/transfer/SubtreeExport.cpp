@@ -154,7 +154,7 @@ Outcome SubtreeExport::run(QByteArray& text, TransferReport& report)
     }
     for (const auto& source : sources) {
         takeComments(*source);
-        if (source->hasTags(isAtOrBelow(path, source->getName()) ? path : source->getName()))
+        if (source->countTags(isAtOrBelow(path, source->getName()) ? path : source->getName()) > 0)
             report.setTagsLeftOut();
     }
     return writeAsRead(entries, text, report);

@@ -37,6 +37,8 @@ Outcome SubtreeImport::run(const QByteArray& text, TransferReport& report) const
     const auto stepName = [this] { return Texts::tr("Import %1").arg(readablePath(*store.getTree(), path)); };
     const TextInsertion::Comments comments = Documents::commentsOf(document->getMarks());
     const auto target = backendOf(*store.getTree(), path);
+    const auto countTags = [&] { return target ? target->countTags(path) : 0; };
+    const std::size_t tags = document->countTags({}) + countTags();
     const TextInsertion::Comments former = target ? target->getComments() : TextInsertion::Comments();
     const Outcome outcome = store.changeAll(stepName, {path}, [&](Transaction& transaction) {
         return TextInsertion(*Documents::findFormat(dialect), *document, bytes.size(), comments, path)
@@ -48,7 +50,7 @@ Outcome SubtreeImport::run(const QByteArray& text, TransferReport& report) const
         report.setCommentsLeftOut(
             int(Documents::countMissing(comments, former, now) + Documents::countMissing(former, {}, now)));
     }
-    if (outcome.ok() && document->hasTags({}) && !(target && target->hasTags(path)))
+    if (outcome.ok() && countTags() < tags)
         report.setTagsLeftOut();
     return outcome;
 }

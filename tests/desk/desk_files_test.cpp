@@ -325,6 +325,7 @@ private slots:
         const QString first =
             QFileInfo(folder->path("plant.json")).dir().dirName() + QLatin1String("/plant.json");
         QTRY_COMPARE(desk->window->windowTitle(), first + QLatin1String(", limits.ini, spare/plant.json[*]"));
+        QTRY_VERIFY(desk->item(QStringLiteral("plant-2")).isValid());
         auto* const menu = desk->part<QMenu>("closeFile");
         emit menu->aboutToShow();
         QCOMPARE(menu->actions().at(2)->text(), QStringLiteral("spare/plant.json (plant-2)"));

@@ -98,6 +98,16 @@ private slots:
             "# c\na:\n  # @type date\n  \"#value\": '2024-01-02'\n  k: 3\n");
         row("below nothing", "a: # c\nb: 2\n", add("a.k", integer(3)), "a: # c\n  k: 3\nb: 2\n");
         row("below null", "- ~\n- {b: null}\n", add("0.k.l", integer(3)), "-\n  k:\n    l: 3\n- {b: null}\n");
+        row("below nothing in a list", "-\n- # c\n- - # d\n  -\n", add("2.1.k", integer(3)),
+            "-\n- # c\n- - # d\n  -\n    k: 3\n");
+        row("below nothing with a comment", "- # c\n- a: 1\n", add("0.k", integer(3)),
+            "- # c\n  k: 3\n- a: 1\n");
+        row("into an empty document before its end", "---\n# c\n...\n# d\n", add("k", integer(3)),
+            "---\n# c\nk: 3\n...\n# d\n");
+        row("into an empty document among others", "a: 1\n---\n# c\n---\nb: 2\n", add("1.k.l", integer(3)),
+            "a: 1\n---\n# c\nk:\n  l: 3\n---\nb: 2\n");
+        row("into an anchored document", "--- &x # c\n...\n", add("k", integer(3)),
+            "--- &x # c\nk: 3\n...\n");
         row("below null in brackets", "a: {b, c: 1}\n", add("a.b.k", integer(3)), "a: {b: {k: 3}, c: 1}\n");
         row("tagged in two ways", "# @type date\na: !x 1\n", setTo("a", text("z")),
             "# @type date\na: !x z\n");

@@ -155,8 +155,8 @@ public:
     // moved by its values, without an excerpt.
     virtual bool hasComments(std::string_view /*path*/) const { return false; }
 
-    // The same of tags at or below it that give a value a meaning of which its type here tells nothing.
-    virtual bool hasTags(std::string_view /*path*/) const { return false; }
+    // How many tags at or below it give a value a meaning of which its type here tells nothing.
+    virtual std::size_t countTags(std::string_view /*path*/) const { return 0; }
 
     // Adds a new entry, or an element of an array before the one that has its index so far, and all below it
     // as they are written elsewhere; for the empty path, an empty document gets nothing else. False, with the

@@ -43,7 +43,7 @@ public:
     std::optional<Outcome> rename(std::string_view path, std::string_view name) override;
     std::optional<Excerpt> excerpt(std::string_view path) const override;
     bool hasComments(std::string_view path) const override;
-    bool hasTags(std::string_view path) const override;
+    std::size_t countTags(std::string_view path) const override;
     bool insertExcerpt(std::string_view path, const Excerpt& excerpt) override;
     Outcome removeExcerpt(std::string_view path) override { return remove(path, true); }
     bool removalMovesSiblings(std::string_view path) const override;

@@ -180,14 +180,21 @@ Outcome YamlEditor::fill(NodeId root, const YamlBranch& branch)
     return writer.error.empty() ? fillEmpty(root, writer.text) : refused(writer.error);
 }
 
-// A document that has nothing yet, but maybe comments.
+bool YamlEditor::isEmptyDocument(NodeId id) const
+{
+    const YamlNode& node = tree.node(id);
+    return layout.isDocument(id) && node.value == node.valueEnd && !node.isAlias &&
+           (node.style == YamlStyle::Block || node.style == YamlStyle::Plain);
+}
+
+// A document that has nothing yet, but maybe comments, which stay in front, and a "..." or "---" after it.
 Outcome YamlEditor::fillEmpty(NodeId root, const std::string& lines)
 {
-    if (!layout.isDocument(root) || tree.node(root).style != YamlStyle::Block)
+    if (!isEmptyDocument(root))
         return refused(Reason::tr("nothing can be added there"));
     changed = root;
-    const std::size_t at = text().size();
-    edit(at, at, (endsLine(text()) ? "" : file.lineEnd) + lines);
+    const std::size_t at = skipYamlTrivia(text(), tree.node(root).valueEnd);
+    edit(at, at, (endsLine(text().substr(0, at)) ? "" : file.lineEnd) + lines);
     return {};
 }
 
@@ -231,8 +238,10 @@ Outcome YamlEditor::wrap(NodeId leaf, const YamlBranch& branch)
     const std::size_t column = layout.columnOf(node.parent == noNode ? leaf : node.parent);
     const bool isElement = !node.hasKey && !layout.isDocument(leaf);
     const bool isOwnLine = skipYamlBlanks(text(), findYamlLine(text(), node.begin)) == node.begin;
-    if (!isOneLine || (layout.isDocument(leaf) && !isOwnLine))
+    if (!isOneLine)
         return refused(Reason::tr("its value is written over several lines, below which no entry can go"));
+    if (layout.isDocument(leaf) && !isOwnLine)
+        return refused(Reason::tr("its value is on the line of \"---\", below which no entry can go"));
     if (node.tag != Type::Group && (!node.hasKey || isOwnLine))
         return refused(Reason::tr("a comment above it tags its type, so that no entry can go below it"));
     if (isElement || layout.isDocument(leaf)) {
@@ -282,6 +291,8 @@ Outcome YamlEditor::wrapList(NodeId list, const YamlBranch& branch)
 
 Outcome YamlEditor::replaceValue(NodeId id, const YamlBranch& branch)
 {
+    if (!branch.children.empty() && isEmptyDocument(id))
+        return fill(id, branch);
     const YamlNode& node = tree.node(id);
     const std::size_t after = layout.afterIndicator(id);
     const bool isBlock = !branch.children.empty() && (!node.isFlow() || node.count == 0) &&

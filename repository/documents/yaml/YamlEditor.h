@@ -88,6 +88,7 @@ private:
     bool mayBecomeBlock(NodeId collection) const;
     Outcome becomeBlock(NodeId collection, const YamlBranch& branch);
     Outcome wrapList(NodeId list, const YamlBranch& branch);
+    bool isEmptyDocument(NodeId id) const;
     Outcome fillEmpty(NodeId root, const std::string& lines);
     void removeFlow(NodeId collection, std::size_t from, std::size_t count, bool withComments);
     void removeBlock(NodeId id, Comments comments);

@@ -33,8 +33,9 @@ bool YamlDocument::hasComments(std::string_view path) const
            (isOneOfSeveral(id) && YamlDocuments(*file).hasCommentsAround(id));
 }
 
-bool YamlDocument::hasTags(std::string_view path) const
+std::size_t YamlDocument::countTags(std::string_view path) const
 {
+    std::size_t count = 0;
     const YamlTree& tree = file->tree;
     std::vector<NodeId> pending;
     if (const NodeId id = path.empty() ? tree.getRoot() : file->findElement(path); id != noNode)
@@ -44,12 +45,11 @@ bool YamlDocument::hasTags(std::string_view path) const
         pending.pop_back();
         if (node.isAlias || node.isShared)
             continue;
-        if (node.isTagged)
-            return true;
+        count += node.isTagged ? 1 : 0;
         for (NodeId child = node.first; child != noNode; child = tree.node(child).next)
             pending.push_back(child);
     }
-    return false;
+    return count;
 }
 
 bool YamlDocument::isOneOfSeveral(NodeId document) const

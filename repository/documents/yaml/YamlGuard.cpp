@@ -130,6 +130,13 @@ bool YamlGuard::goes(NodeId id) const
     return true;
 }
 
+// Whether it was an element or a document without a text, whose whole text is new then.
+bool YamlGuard::isFilled(NodeId id) const
+{
+    const YamlNode& node = former.tree.node(id);
+    return id == changed && !node.hasKey && node.parent != noNode && node.begin == node.valueEnd;
+}
+
 std::string YamlGuard::findFault()
 {
     if (removable != noNode && !Cursor{former, removed, removable, noNode}.isHidden())
@@ -137,7 +144,8 @@ std::string YamlGuard::findFault()
     Cursor before = atFormer();
     Cursor after = atEdited();
     while (true) {
-        for (; before.id != noNode && (before.isCopy() || before.isHidden()); before.advance(false)) {
+        for (; before.id != noNode && (before.isCopy() || before.isHidden() || isFilled(before.id));
+             before.advance(false)) {
             if (!before.isCopy() && removable != noNode && !goes(before.id))
                 return Reason::tr("with it, the entry at %1 would go", {nameOf(before.id)});
         }

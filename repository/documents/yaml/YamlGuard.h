@@ -55,6 +55,7 @@ private:
 
     std::string nameOf(NodeId id) const;
     bool goes(NodeId id) const;
+    bool isFilled(NodeId id) const;
     bool isSame(NodeId before, NodeId after) const;
     bool isSameContent(NodeId before, NodeId after) const;
     bool showsSame(NodeId before, NodeId after) const;
