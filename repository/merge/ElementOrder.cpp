@@ -17,7 +17,8 @@ using NumberSet = std::unordered_set<std::size_t>;
 ElementOrder::ElementOrder(const ElementNodes& baseElements, const ElementNodes& mine,
                            const ElementNodes& theirs, const ListSide::CommentTest& myTest,
                            const ListSide::CommentTest& theirTest)
-    : base(baseElements), mySide(base, mine, myTest), theirSide(base, theirs, theirTest)
+    : base(baseElements), mySide(base, mine, myTest),
+      theirSide(base, theirs, [](const ElementNode&, const ElementNode&) { return true; })
 {
     auto& [ofBase, ofMine, ofTheirs, merged] = numbers;
     const auto numberOf = [](std::size_t origin, std::size_t fresh) {

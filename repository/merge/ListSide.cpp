@@ -61,9 +61,10 @@ bool isLeaf(const ElementNode& node)
 
 } // namespace
 
-ListSide::ListSide(const ElementNodes& baseElements, const ElementNodes& ownElements, const CommentTest& test)
-    : base(baseElements), own(ownElements), origins(own.size(), none), places(base.size(), none),
-      fates(base.size(), Fate::Kept), uncertain(base.size(), false), reshaped(base.size(), false)
+ListSide::ListSide(const ElementNodes& baseElements, const ElementNodes& ownElements, CommentTest test)
+    : base(baseElements), own(ownElements), haveSameComments(std::move(test)), origins(own.size(), none),
+      places(base.size(), none), fates(base.size(), Fate::Kept), uncertain(base.size(), false),
+      reshaped(base.size(), false)
 {
     for (const ElementNode& node : base)
         ++heads[headOf(node)].inBase;
@@ -78,7 +79,7 @@ ListSide::ListSide(const ElementNodes& baseElements, const ElementNodes& ownElem
     if (gone.size() * come.size() <= mostCompared)
         pairSimilar(gone, come, false); // moved and changed
     for (const Hunk& hunk : hunks)
-        pairReshaped(hunk, test);
+        pairReshaped(hunk);
     for (const Hunk& hunk : hunks)
         judge(hunk);
 }
@@ -156,7 +157,8 @@ void ListSide::pairMoved()
         }
     }
     for (const auto& [content, each] : found) {
-        if (each.counts[0] == 1 && each.counts[1] == 1)
+        if (each.counts[0] == 1 && each.counts[1] == 1 &&
+            haveSameComments(base[each.origin], own[each.element]))
             pair(each.origin, each.element);
     }
 }
@@ -169,7 +171,8 @@ void ListSide::pairChanged(const Hunk& hunk)
     const bool isShort = gone.size() * come.size() <= mostCompared;
     for (std::size_t i = 0; i < gone.size() && gone.size() == come.size(); ++i) {
         const bool areLeaves = isLeaf(base[gone[i]]) && isLeaf(own[come[i]]);
-        if (areLeaves || (!isShort && countCommon(gone[i], come[i]) > 0))
+        if ((areLeaves || (!isShort && countCommon(gone[i], come[i]) > 0)) &&
+            haveSameComments(base[gone[i]], own[come[i]]))
             pair(gone[i], come[i]);
     }
     if (isShort)
@@ -177,12 +180,12 @@ void ListSide::pairChanged(const Hunk& hunk)
 }
 
 // What has stayed in its place, whatever it has become.
-void ListSide::pairReshaped(const Hunk& hunk, const CommentTest& test)
+void ListSide::pairReshaped(const Hunk& hunk)
 {
     const std::vector<std::size_t> gone = withoutPartner(places, hunk.begin, hunk.end);
     const std::vector<std::size_t> come = withoutPartner(origins, hunk.ownBegin, hunk.ownEnd);
     for (std::size_t i = 0; i < gone.size() && gone.size() == come.size(); ++i) {
-        if (haveSameShape(base[gone[i]], own[come[i]]) && test(base[gone[i]], own[come[i]])) {
+        if (haveSameShape(base[gone[i]], own[come[i]]) && haveSameComments(base[gone[i]], own[come[i]])) {
             pair(gone[i], come[i]);
             reshaped[gone[i]] = true;
         }
@@ -216,7 +219,8 @@ void ListSide::pairSimilar(const std::vector<std::size_t>& gone, const std::vect
     }
     for (std::size_t i = 0; i < gone.size(); ++i) {
         const std::size_t partner = ofGone[i].partner;
-        if (partner != none && ofCome[partner].partner == i)
+        if (partner != none && ofCome[partner].partner == i &&
+            haveSameComments(base[gone[i]], own[come[partner]]))
             pair(gone[i], come[partner]);
     }
 }

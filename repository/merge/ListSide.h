@@ -31,7 +31,8 @@ public:
     // Asked whether one has the comments that the other had.
     using CommentTest = std::function<bool(const ElementNode& before, const ElementNode& after)>;
 
-    ListSide(const ElementNodes& baseElements, const ElementNodes& ownElements, const CommentTest& test);
+    // An element that was changed counts as another one where the test fails.
+    ListSide(const ElementNodes& baseElements, const ElementNodes& ownElements, CommentTest test);
 
     const ElementNodes& getElements() const { return own; }
     const std::vector<Hunk>& getHunks() const { return hunks; }
@@ -57,7 +58,7 @@ private:
     void takeSteps(const std::vector<SequenceStep>& steps);
     void pairMoved();
     void pairChanged(const Hunk& hunk);
-    void pairReshaped(const Hunk& hunk, const CommentTest& test);
+    void pairReshaped(const Hunk& hunk);
     void pairSimilar(const std::vector<std::size_t>& gone, const std::vector<std::size_t>& come,
                      bool areInPlace);
     std::size_t countCommon(std::size_t origin, std::size_t element) const;
@@ -75,6 +76,7 @@ private:
 
     const ElementNodes& base;
     const ElementNodes& own;
+    const CommentTest haveSameComments;
     std::unordered_map<std::uint64_t, HeadCounts> heads;
     std::vector<std::size_t> origins; // of own elements
     std::vector<std::size_t> places;  // of those of the base

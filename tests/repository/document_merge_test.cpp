@@ -290,6 +290,13 @@ private slots:
             "[{\"n\": 1}, {\"n\": 2, \"m\": 3}]\n", "[{\"n\": 2, \"m\": 3}]\n");
         row("an element with a comment below moves up here", "yaml", "l:\n- d: 1\n- d: 2\n  # c\n",
             "l:\n- d: 2\n  # c\n", "l:\n- d: 1\n- d: 2\n  # c\nk: 1\n", "l:\n- d: 2\n  # c\nk: 1\n");
+        row("another one with another comment in its place", "toml", "l = [\n  \"a\", # of a\n  \"b\",\n]\n",
+            "l = [\n  \"m\",\n  \"a\", # of a\n  # of n\n  \"n\",\n]\n",
+            "l = [\n  \"t\",\n  \"a\", # of a\n  \"b\",\n]\n",
+            "l = [\n  \"t\",\n  \"m\",\n  \"a\", # of a\n  # of n\n  \"n\",\n]\n");
+        row("moved and edited there, edited here", "yaml", "l:\n- n: a\n  v: 1\n- n: b\n- n: c\n",
+            "l:\n- n: a\n  v: 2\n- n: c\n", "l:\n- n: b\n- n: c\n- n: a\n  v: 1\n  w: 3\n",
+            "l:\n- n: c\n- n: a\n  v: 2\n  w: 3\n");
     }
 
     void mergesElements() { mergesWhatIsWritten(); }
