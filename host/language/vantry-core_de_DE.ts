@@ -1555,6 +1555,10 @@
         <translation>„%1“ hat in dem, was die Datei jetzt enthält, keinen Platz</translation>
     </message>
     <message>
+        <source>&apos;%1&apos; was changed there, too, and is at another place</source>
+        <translation>„%1“ wurde auch dort geändert und steht an einer anderen Stelle</translation>
+    </message>
+    <message>
         <source>the comment %1 has no place in what the file holds now</source>
         <translation>der Kommentar %1 hat in dem, was die Datei jetzt enthält, keinen Platz</translation>
     </message>

@@ -115,28 +115,44 @@ CommentCounts countComments(const Document& document)
 {
     CommentCounts counts;
     for (const auto& comment : document.getMarks().comments) {
-        const bool isInstruction = comment.text.rfind("<?", 0) == 0;
-        for (std::string& line : isInstruction ? std::vector<std::string>() : linesOf(comment.text)) {
-            if (!Documents::readTypeTag(line))
-                ++counts[std::move(line)];
-        }
+        if (comment.text.rfind("<?", 0) == 0)
+            continue;
+        for (const auto& [line, count] : countLines(comment.text))
+            counts[line] += count;
     }
     return counts;
 }
 
-std::string findLostComment(const CommentCounts& base, const CommentCounts& mine, const CommentCounts& theirs,
-                            const CommentCounts& merged)
+CommentCounts countLines(std::string_view comments)
 {
-    const auto in = [](const CommentCounts& counts, const std::string& line) {
-        const auto found = counts.find(line);
-        return found == counts.end() ? 0 : found->second;
-    };
-    for (const CommentCounts* const side : {&theirs, &mine}) {
+    CommentCounts counts;
+    for (std::string& line : linesOf(comments)) {
+        if (!Documents::readTypeTag(line))
+            ++counts[std::move(line)];
+    }
+    return counts;
+}
+
+int countIn(const CommentCounts& counts, const std::string& line)
+{
+    const auto found = counts.find(line);
+    return found == counts.end() ? 0 : found->second;
+}
+
+CommentBalance::CommentBalance(const Document& base, const Document& mine, const Document& theirs)
+    : before(countComments(base)), here(countComments(mine)), there(countComments(theirs))
+{
+}
+
+std::string CommentBalance::findLost(const Document& merged) const
+{
+    const CommentCounts found = countComments(merged);
+    for (const CommentCounts* const side : {&there, &here}) {
         for (const auto& [line, count] : *side) {
-            const int change = in(mine, line) - in(base, line);
-            const int left =
-                change > 0 ? std::max(in(mine, line), in(theirs, line)) : in(theirs, line) + change;
-            if (in(merged, line) < left)
+            const int change = countIn(here, line) - countIn(before, line);
+            const int left = change > 0 ? std::max(countIn(here, line), countIn(there, line))
+                                        : countIn(there, line) + change;
+            if (countIn(found, line) < left)
                 return line;
         }
     }

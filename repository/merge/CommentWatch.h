@@ -35,12 +35,29 @@ private:
     std::vector<Watched> all;
 };
 
-// How often each line of a comment is in a document that was not edited since it was parsed, without tags.
+// How often each line of a comment is in a document that was not edited since it was parsed, or in some
+// lines; without tags.
 using CommentCounts = std::unordered_map<std::string, int>;
 CommentCounts countComments(const Documents::Document& document);
+CommentCounts countLines(std::string_view comments);
+int countIn(const CommentCounts& counts, const std::string& line);
 
-// A line of a comment of either side that a merged document lacks, though nobody took it out; empty for none.
-std::string findLostComment(const CommentCounts& base, const CommentCounts& mine, const CommentCounts& theirs,
-                            const CommentCounts& merged);
+// The comments of all sides of a merge, whatever they are at.
+class CommentBalance
+{
+public:
+    // All of documents that were not edited since they were parsed.
+    CommentBalance(const Documents::Document& base, const Documents::Document& mine,
+                   const Documents::Document& theirs);
+
+    // A line of a comment of either side that a merged document lacks, though nobody took it out; empty for
+    // none.
+    std::string findLost(const Documents::Document& merged) const;
+
+private:
+    const CommentCounts before;
+    const CommentCounts here;
+    const CommentCounts there;
+};
 
 } // namespace Repository

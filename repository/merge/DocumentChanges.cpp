@@ -185,7 +185,8 @@ private:
             const DocumentChange& change = *subtrees[top].front();
             if (change.kind == Kind::Changed)
                 note(change, replace(top, entries));
-            else if ((!canTakeExcerpts || !putAsWritten(top, entries)) && !putAsArrays(top, entries))
+            else if ((!canTakeExcerpts || !(putAsWritten(top, entries) || addComments(top, entries))) &&
+                     !putAsArrays(top, entries))
                 continue;
             for (const DocumentChange* put : subtrees[top])
                 written.insert(put->path);
@@ -213,6 +214,27 @@ private:
         return excerpt &&
                Documents::insertAsWritten(target, path, withoutCommentsOf(target.getBytes(), *excerpt),
                                           std::move(entries));
+    }
+
+    // Both sides have added the same: mine comes with theirs where the comments at it are others. False, with
+    // the target as it is, where they are not, or where the entry would change its place for that.
+    bool addComments(std::string_view path, const std::vector<Entry>& entries)
+    {
+        if (!target.contains(path) || former.contains(path) || model.comment(path).empty() ||
+            model.comment(path) == target.comment(path))
+            return false;
+        const auto mine = model.excerpt(path);
+        auto both = target.excerpt(path);
+        if (!mine || !both || !Documents::addComments(*both, *mine))
+            return false;
+        const Documents::SiblingPlace place = target.placeOf(path);
+        std::string bytes = target.getBytes();
+        const bool isAdded =
+            target.removeExcerpt(path).ok() && Documents::insertAsWritten(target, path, *both, entries) &&
+            target.placeOf(path).kind == place.kind && target.placeOf(path).sibling == place.sibling;
+        if (!isAdded)
+            target.parseAgain(std::move(bytes));
+        return isAdded;
     }
 
     // What has arrays cannot come one by one, since a group would come instead of each. False for all else.

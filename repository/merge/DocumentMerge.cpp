@@ -1,7 +1,9 @@
 #include "repository/merge/DocumentMerge.h"
 
+#include "repository/documents/Formats.h"
 #include "repository/merge/CommentWatch.h"
 #include "repository/merge/EntryList.h"
+#include "repository/merge/ListArrangement.h"
 
 #include <algorithm>
 #include <set>
@@ -161,17 +163,13 @@ std::string unmeantChange(const EntryList& before, const Document& after,
     return {};
 }
 
-} // namespace
-
-MergedDocument mergeDocuments(const Document& base, const Document& mine, std::unique_ptr<Document> theirs)
+// Documents in which a path means the same.
+MergedDocument mergeByPaths(const Document& base, const Document& mine, std::unique_ptr<Document> theirs,
+                            const PathSet& watched)
 {
     MergedDocument result;
     const EntryList old(base);
     const std::vector<DocumentChange> myChanges = ownChanges(old, base, mine);
-    if (myChanges.empty()) {
-        result.document = std::move(theirs);
-        return result;
-    }
     std::vector<DocumentChange> theirChanges = ownChanges(old, base, *theirs);
     const auto isNewCopy = [](const Document& document, const DocumentChange& change) {
         return change.kind == Kind::Created && isCopy(document, change.path);
@@ -182,7 +180,9 @@ MergedDocument mergeDocuments(const Document& base, const Document& mine, std::u
     const PathSet theirPaths = pathsOf(theirChanges);
     PathSet changed = pathsOf(myChanges);
     changed.insert(theirPaths.begin(), theirPaths.end());
-    result.theirs = entriesAt(*theirs, changed);
+    PathSet asked = changed;
+    asked.insert(watched.begin(), watched.end());
+    result.theirs = entriesAt(*theirs, asked);
 
     std::set<std::string> conflicts;
     const NumberedUses myNumbers(base, mine, myChanges);
@@ -232,6 +232,141 @@ MergedDocument mergeDocuments(const Document& base, const Document& mine, std::u
     result.conflicts.assign(conflicts.begin(), conflicts.end());
     if (result.refusal.empty())
         result.document = std::move(theirs);
+    return result;
+}
+
+std::unique_ptr<Document> parsed(const std::string& type, std::string text)
+{
+    auto document = Documents::makeDocument(type);
+    document->parseAgain(std::move(text));
+    return document;
+}
+
+// Whether the document and theirs differ at a conflict.
+bool hasOpenConflict(const MergedDocument& merged)
+{
+    const auto& paths = merged.conflicts;
+    const EntryMap mine = entriesAt(*merged.document, PathSet(paths.begin(), paths.end()));
+    return std::any_of(paths.begin(), paths.end(), [&](const std::string& path) {
+        const Value* const one = valueAt(mine, path);
+        const Value* const other = valueAt(merged.theirs, path);
+        return one && other ? !isSame(*one, *other) : one != other;
+    });
+}
+
+// The sides of a merge, freshly parsed, with their arrays in one order.
+class ArrangedMerge
+{
+public:
+    ArrangedMerge(const std::string& documentType, const Document& before, const Document& edited,
+                  const Document& found, const std::vector<DocumentChange>& myChanges)
+        : type(documentType), base(before), mine(edited), lists({&before, &edited, &found}, myChanges)
+    {
+    }
+
+    // Nothing, with theirs as it was, where the arrays need no order, or cannot be brought into one.
+    std::optional<MergedDocument> run(std::unique_ptr<Document>& theirs, const PathSet& watched)
+    {
+        const std::string text = theirs->getBytes();
+        if (lists.getPlans().empty() || !arrange(*theirs, text))
+            return std::nullopt;
+        MergedDocument result;
+        std::unordered_map<std::string, std::string> asked; // by the path here
+        for (const std::string_view path : watched)
+            asked.emplace(path, lists.translated(path, MergeSide::Mine, MergeSide::Merged));
+        PathSet merged;
+        for (const auto& [path, place] : asked)
+            merged.insert(place);
+        result = mergeByPaths(*arrangedBase, *arrangedMine, std::move(arrangedTheirs), merged);
+        result.renumbered = std::move(asked);
+        tellConflicts(result, *theirs);
+        return result;
+    }
+
+private:
+    bool arrange(const Document& theirs, const std::string& text)
+    {
+        const ListArrangement arrangement(lists, base, mine, theirs);
+        arrangedBase = parsed(type, base.getBytes());
+        arrangedMine = parsed(type, mine.getBytes());
+        arrangedTheirs = parsed(type, text);
+        if (!arrangement.apply(*arrangedTheirs, MergeSide::Theirs) ||
+            !arrangement.apply(*arrangedBase, MergeSide::Base) ||
+            !arrangement.apply(*arrangedMine, MergeSide::Mine))
+            return false;
+        arrangedBase = parsed(type, arrangedBase->getBytes());
+        arrangedMine = parsed(type, arrangedMine->getBytes());
+        return true;
+    }
+
+    // In an array of which all is in conflict, what the file has at a path counts, whatever it was.
+    void tellConflicts(MergedDocument& result, const Document& theirs) const
+    {
+        const auto inLists = [this](const std::string& path) { return lists.findConflict(path) != nullptr; };
+        auto& conflicts = result.conflicts;
+        conflicts.erase(std::remove_if(conflicts.begin(), conflicts.end(), inLists), conflicts.end());
+        const auto isElsewhere = [this](const std::string& path) {
+            return lists.translated(path, MergeSide::Merged, MergeSide::Theirs) != path;
+        };
+        const auto lost = std::find_if(conflicts.begin(), conflicts.end(), isElsewhere);
+        if (result.document && lost != conflicts.end()) {
+            result.refusal = Reason::tr("'%1' was changed there, too, and is at another place", {*lost});
+            result.document.reset();
+        }
+        if (!result.document) {
+            for (std::string& path : conflicts)
+                path = lists.translated(path, MergeSide::Merged, MergeSide::Mine);
+            return;
+        }
+        result.bases = entriesAt(*arrangedBase, PathSet(conflicts.begin(), conflicts.end()));
+        std::vector<std::string> added;
+        for (const DocumentChange& change : compareDocuments(theirs, *result.document)) {
+            if (!inLists(change.path))
+                continue;
+            added.push_back(change.path);
+            result.theirs.erase(change.path);
+            if (change.kind != Kind::Created)
+                result.theirs.emplace(change.path, change.before);
+        }
+        result.bases.merge(entriesAt(base, PathSet(added.begin(), added.end())));
+        conflicts.insert(conflicts.end(), added.begin(), added.end());
+        std::sort(conflicts.begin(), conflicts.end());
+    }
+
+    const std::string& type;
+    const Document& base;
+    const Document& mine;
+    const ListPlans lists;
+    std::unique_ptr<Document> arrangedBase;
+    std::unique_ptr<Document> arrangedMine;
+    std::unique_ptr<Document> arrangedTheirs;
+};
+
+} // namespace
+
+MergedDocument mergeDocuments(const std::string& type, const Document& base, const Document& mine,
+                              std::unique_ptr<Document> theirs, const PathSet& watched)
+{
+    const std::vector<DocumentChange> myChanges = ownChanges(EntryList(base), base, mine);
+    const auto ours = parsed(type, mine.getBytes());
+    const CommentBalance comments(base, *ours, *theirs);
+    MergedDocument result;
+    if (auto arranged = ArrangedMerge(type, base, *ours, *theirs, myChanges).run(theirs, watched)) {
+        result = std::move(*arranged);
+    } else {
+        result = mergeByPaths(base, mine, std::move(theirs), watched);
+        result.bases = entriesAt(base, PathSet(result.conflicts.begin(), result.conflicts.end()));
+    }
+    if (result.document && !hasOpenConflict(result)) {
+        const std::string lost = comments.findLost(*parsed(type, result.document->getBytes()));
+        if (!lost.empty())
+            result = {nullptr,
+                      Reason::tr("the comment %1 has no place in what the file holds now", {lost}),
+                      {},
+                      {},
+                      std::move(result.theirs),
+                      {}};
+    }
     return result;
 }
 

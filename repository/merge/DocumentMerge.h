@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace Repository {
@@ -15,19 +16,28 @@ struct MergedDocument
     std::unique_ptr<Documents::Document> document;
     std::string refusal;
 
-    // Paths that both sides changed, each in its own way. The document holds mine there.
+    // Paths that both sides changed, each in its own way. The document holds mine there. Without a document
+    // they are those of mine.
     std::vector<std::string> conflicts;
 
-    // What theirs held before wherever a side had changed something, and so at the conflicts.
+    // What the base and theirs held wherever a side had changed something, and so at the conflicts.
+    EntryMap bases;
     EntryMap theirs;
+
+    // Of the watched paths those that are others in the document, since elements came or went before them.
+    std::unordered_map<std::string, std::string> renumbered;
 };
 
 // Brings together what two sides made of one document of the type: all of theirs, byte for byte, and in it
-// what leads from the base to mine. Without Qt, so that it can be tried on texts alone.
+// what leads from the base to mine. Without Qt, so that it can be tried on texts alone. Theirs has at the
+// watched paths of mine what is asked for.
 //
-// The members of an array and siblings of one name have numbers for paths. Where one side gave them other
-// numbers, the same path means another member to each side: what both changed there is a conflict, too.
-MergedDocument mergeDocuments(const Documents::Document& base, const Documents::Document& mine,
-                              std::unique_ptr<Documents::Document> theirs);
+// The elements of an array are told by their content: they are edited where they are now, and removed, added
+// and moved beside those that they were beside. Where one side has taken out what the other has changed, or
+// both have ordered an array anew, all of it is in conflict. Siblings of one name have numbers for paths;
+// where one side gave them other numbers, what both changed there is a conflict, too.
+MergedDocument mergeDocuments(const std::string& type, const Documents::Document& base,
+                              const Documents::Document& mine, std::unique_ptr<Documents::Document> theirs,
+                              const PathSet& watched);
 
 } // namespace Repository

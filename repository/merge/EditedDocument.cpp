@@ -1,8 +1,8 @@
 #include "repository/merge/EditedDocument.h"
 
 #include "repository/documents/Formats.h"
-#include "repository/merge/CommentWatch.h"
 #include "repository/merge/DocumentMerge.h"
+#include "repository/merge/Subtrees.h"
 
 #include <algorithm>
 #include <utility>
@@ -41,34 +41,6 @@ std::vector<std::string> withSources(std::vector<std::string> paths, const std::
 }
 
 } // namespace
-
-// The entries of some paths and all below them.
-class EditedDocument::Subtrees
-{
-public:
-    explicit Subtrees(const std::vector<std::string>& paths) : tops(paths.begin(), paths.end())
-    {
-        for (const std::string& path : paths)
-            forEachAncestor(path,
-                            [this](std::string_view ancestor) { return !above.insert(ancestor).second; });
-    }
-
-    bool contain(const std::string& path) const
-    {
-        return forEachAncestor(path, [this](std::string_view ancestor) { return tops.count(ancestor) > 0; });
-    }
-
-    // Groups above count, too, since they may have come or gone with what is in them.
-    bool concern(const DocumentChange& change) const
-    {
-        const bool isGroup = change.before.type == Type::Group && change.after.type == Type::Group;
-        return contain(change.path) || (isGroup && above.count(change.path) > 0);
-    }
-
-private:
-    const PathSet tops;
-    PathSet above;
-};
 
 EditedDocument::EditedDocument(std::string documentType)
     : type(std::move(documentType)), document(Documents::makeDocument(type))
@@ -225,29 +197,26 @@ std::string EditedDocument::merge(std::unique_ptr<Document> theirs, std::string 
         return {};
     }
     const std::unique_ptr<Document> former = parsed(base.get());
-    EntryMap found = entriesAt(*theirs, conflictPaths());
-    const CommentCounts theirComments = countComments(*theirs);
-    MergedDocument merged = mergeDocuments(*former, presentDocument(), std::move(theirs));
-    found.merge(merged.theirs);
-    const EntryMap old = entriesAt(*former, PathSet(merged.conflicts.begin(), merged.conflicts.end()));
-    for (const std::string& path : merged.conflicts) {
-        const std::optional<Value> was = valueIn(old, path);
-        const bool mayEnd = !isSameOrNone(was, valueIn(found, path));
-        conflicts.insert({path, {was, was, mayEnd}}).first->second.isSettled = false;
+    MergedDocument merged =
+        mergeDocuments(type, *former, presentDocument(), std::move(theirs), conflictPaths());
+    Origins renumbered;
+    for (auto& [path, origin] : conflicts) {
+        const auto place = merged.renumbered.find(path);
+        const bool isMoved = merged.document && place != merged.renumbered.end();
+        renumbered.emplace(isMoved ? place->second : path, std::move(origin));
     }
-    if (merged.document && !hasOpen(merged.conflicts, found)) {
-        const std::string lost =
-            findLostComment(countComments(*former), countComments(*parsed(getText())), theirComments,
-                            countComments(*parsed(merged.document->getBytes())));
-        if (!lost.empty())
-            return Reason::tr("the comment %1 has no place in what the file holds now", {lost});
+    conflicts = std::move(renumbered);
+    for (const std::string& path : merged.conflicts) {
+        const std::optional<Value> was = valueIn(merged.bases, path);
+        const bool mayEnd = !isSameOrNone(was, valueIn(merged.theirs, path));
+        conflicts.insert({path, {was, was, mayEnd}}).first->second.isSettled = false;
     }
     if (!merged.document)
         return merged.refusal;
     // The other side may have gone back to what it was before both had changed it.
     for (auto conflict = conflicts.begin(); conflict != conflicts.end();) {
         Origin& origin = conflict->second;
-        origin.inBase = valueIn(found, conflict->first);
+        origin.inBase = valueIn(merged.theirs, conflict->first);
         const bool isOver = origin.mayEnd && isSameOrNone(origin.inBase, origin.before);
         conflict = isOver ? conflicts.erase(conflict) : std::next(conflict);
     }
@@ -255,14 +224,6 @@ std::string EditedDocument::merge(std::unique_ptr<Document> theirs, std::string 
     ++revision;
     setBase(std::move(text));
     return {};
-}
-
-bool EditedDocument::hasOpen(const std::vector<std::string>& paths, const EntryMap& theirs) const
-{
-    const EntryMap mine = entriesAt(presentDocument(), PathSet(paths.begin(), paths.end()));
-    return std::any_of(paths.begin(), paths.end(), [&](const std::string& path) {
-        return !isSameOrNone(valueIn(mine, path), valueIn(theirs, path));
-    });
 }
 
 PathSet EditedDocument::conflictPaths() const

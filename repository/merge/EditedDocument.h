@@ -12,6 +12,8 @@
 
 namespace Repository {
 
+class Subtrees;
+
 // A document, the text of its file that it began with (its base), and what two sides disagree on. What has
 // been edited is found by comparing the two; nothing is recorded when a value is written. Paths are those of
 // the document. Not safe for two threads at once.
@@ -103,7 +105,6 @@ public:
     void settleConflicts(const std::vector<std::string>& paths);
 
 private:
-    class Subtrees; // the entries of some paths and all below them
     static std::vector<std::string> pathsIn(const std::vector<DocumentChange>& changes,
                                             const Subtrees& subtrees);
 
@@ -120,7 +121,6 @@ private:
     void begin(std::unique_ptr<Documents::Document> fresh, std::string text);
     void setBase(std::string text);
     PathSet conflictPaths() const;
-    bool hasOpen(const std::vector<std::string>& paths, const EntryMap& theirs) const;
     bool isOpen(const Conflict& conflict, bool isSettled) const;
     std::unique_ptr<Documents::Document> parsed(const std::string& text) const;
     Documents::Document& presentDocument() const;

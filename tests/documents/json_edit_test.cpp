@@ -25,6 +25,12 @@ Edit removal(const char* path)
     return [path](Document& document) { return document.remove(path); };
 }
 
+// With the comments that belong to it.
+Edit without(const char* path)
+{
+    return [path](Document& document) { return document.removeExcerpt(path); };
+}
+
 Edit element(const char* path, const std::vector<Entry>& entries)
 {
     return [path, entries](Document& document) {
@@ -244,6 +250,8 @@ void addTypeRows(const Row& row)
 // The others keep their text, comments and types, also where a list becomes a group or one a list.
 void addElementRows(const Row& row)
 {
+    row("[\n  // of 1\n  1\n]", element("0", integer(2)), "[\n  2,\n  // of 1\n  1\n]");
+    row("[\n  // of a\n  \"a\", // a\n  \"b\"\n]", without("0"), "[\n  \"b\"\n]");
     row("[\"\\u0061\", \"b\"]", element("1", text("x")), "[\"\\u0061\", \"x\", \"b\"]");
     row("{\"a\": []}", element("a.0", integer(5)), "{\"a\": [5]}");
     row("[\"a\", \"b\"]", element("0", integer(5)), "[5, \"a\", \"b\"]");

@@ -90,6 +90,26 @@ private slots:
             setTo("a", list({"x", "y", "z"})), "a = [\n  'x', # one\n  'y', # two\n  \"z\"\n]\n");
         row("comment before the comma", "a = [\n  1, # one\n  2 # two\n  , 3\n]\n", drop("a.1"),
             "a = [\n  1, # one\n   # two\n  3\n]\n");
+        const auto without = [](const char* path) {
+            return [path](Document& document) { return document.removeExcerpt(path); };
+        };
+        const auto again = [](const char* from, const char* to) {
+            return [from, to](Document& document) {
+                const auto excerpt = document.excerpt(from);
+                return excerpt && document.insertExcerpt(to, *excerpt) ? Outcome()
+                                                                       : Outcome{"no place", 0, 0};
+            };
+        };
+        row("text of a list", "a = [\n  'x',\n  # of y\n  'y', # y\n]\n", drop("a.1"),
+            "a = [\n  'x',\n  # of y\n]\n");
+        row("text of a list with its comments", "a = [\n  'x',\n  # of y\n  'y', # y\n]\n", without("a.1"),
+            "a = [\n  'x',\n]\n");
+        row("element with its comments", "a = [\n  1,\n  # of 2\n  2, # two\n]\n", without("a.1"),
+            "a = [\n  1,\n]\n");
+        row("text of a list, written again", "a = [\n  'x',\n  # of y\n  'y', # y\n]\n", again("a.1", "a.0"),
+            "a = [\n  # of y\n  'y', # y\n  'x',\n  # of y\n  'y', # y\n]\n");
+        row("element, written again", "a = [\n    # of 1\n    1 # one\n]\nb = [\n  2\n]\n",
+            again("a.0", "b.1"), "a = [\n    # of 1\n    1 # one\n]\nb = [\n  2,\n  # of 1\n  1 # one\n]\n");
         row("after the last value", "a=1\n\n# of t\n[t]\nb = 1 # c\n\n[u]\n", add("t.k", integer(2)),
             "a=1\n\n# of t\n[t]\nb = 1 # c\nk = 2\n\n[u]\n");
         row("above the first table", "# the file\n\n# of t\n[t]\n", add("k", boolean(true)),

@@ -44,14 +44,14 @@ void BracketItems::replace(std::size_t index, std::string replacement)
 }
 
 void BracketItems::insert(std::size_t index, const std::vector<std::string>& inserted,
-                          std::string_view comment)
+                          std::string_view comment, std::string_view above)
 {
     if (inserted.empty())
         return;
     if (items.empty())
         fill(inserted);
     else if (insertsLines(index))
-        insertLines(index, inserted, comment);
+        insertLines(index, inserted, comment, above);
     else
         insertInLine(index, inserted);
 }
@@ -70,12 +70,17 @@ void BracketItems::fill(const std::vector<std::string>& inserted)
 }
 
 void BracketItems::insertLines(std::size_t index, const std::vector<std::string>& inserted,
-                               std::string_view comment)
+                               std::string_view comment, std::string_view above)
 {
     const std::string indentation = indentationOf(index == 0 ? 0 : index - 1);
     const bool isLast = index == items.size();
     const bool endsInComma = items.back().comma != npos;
     std::string lines;
+    for (std::size_t at = 0; at < above.size();) {
+        const TextLine line = textLineAt(above, at);
+        ((lines += lineEnd) += indentation) += trimBlanks(line.content);
+        at = line.end;
+    }
     for (std::size_t i = 0; i < inserted.size(); ++i) {
         const bool hasComma = !isLast || endsInComma || i + 1 < inserted.size();
         ((lines += lineEnd) += indentation) += inserted[i] + (hasComma ? "," : "");

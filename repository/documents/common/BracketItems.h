@@ -45,10 +45,13 @@ public:
     // that, and the lines right above it; empty without.
     std::string_view commentBehind(std::size_t index) const;
     std::string_view commentsAbove(std::size_t index) const;
+    std::string indentationOf(std::size_t index) const;
 
-    // The edits to apply to the text; one that inserts or removes must be the only one of its kind.
+    // The edits to apply to the text; one that inserts or removes must be the only one of its kind. Comments
+    // come behind what is inserted, and in lines above it, where it gets lines of its own.
     void replace(std::size_t index, std::string replacement);
-    void insert(std::size_t index, const std::vector<std::string>& inserted, std::string_view comment = {});
+    void insert(std::size_t index, const std::vector<std::string>& inserted, std::string_view comment = {},
+                std::string_view above = {});
     void remove(std::size_t from, std::size_t count, bool withCommentsAbove = false);
 
     // Whether a new item gets a line of its own, on which a comment may go after it.
@@ -80,10 +83,10 @@ private:
     std::size_t lineTail(std::size_t at) const;
     bool hasCommentBeforeComma(std::size_t index) const;
     bool beginsLine(std::size_t index) const;
-    std::string indentationOf(std::size_t index) const;
     std::string separator() const;
     void fill(const std::vector<std::string>& inserted);
-    void insertLines(std::size_t index, const std::vector<std::string>& inserted, std::string_view comment);
+    void insertLines(std::size_t index, const std::vector<std::string>& inserted, std::string_view comment,
+                     std::string_view above);
     void insertInLine(std::size_t index, const std::vector<std::string>& inserted);
     void removeInLine(std::size_t from, std::size_t last);
     void removeLines(std::size_t from, std::size_t last, bool withCommentsAbove);

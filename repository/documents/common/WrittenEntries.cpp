@@ -1,6 +1,7 @@
 #include "repository/documents/common/WrittenEntries.h"
 
 #include "repository/documents/common/ComponentCodec.h"
+#include "repository/documents/common/ExcerptText.h"
 
 #include <algorithm>
 #include <unordered_set>
@@ -44,6 +45,17 @@ void dropImpliedGroups(std::vector<Entry>& entries)
         return entry.value.type == Type::Group && groups.count(entry.path) > 0;
     };
     entries.erase(std::remove_if(entries.begin(), entries.end(), isImplied), entries.end());
+}
+
+// One of a line, and not a part of a longer one.
+bool isComment(std::string_view line)
+{
+    const auto isBetween = [line](std::string_view begin, std::string_view end) {
+        return line.substr(0, begin.size()) == begin && line.size() >= begin.size() + end.size() &&
+               line.substr(line.size() - end.size()) == end;
+    };
+    return isBetween("#", "") || isBetween(";", "") || isBetween("!", "") || isBetween("//", "") ||
+           isBetween("/*", "*/") || isBetween("<!--", "-->");
 }
 
 // Where the group is missing too, a value holds its place until it has the entry.
@@ -105,6 +117,24 @@ bool insertAsWritten(Document& document, std::string_view path, const Excerpt& e
         return true;
     document.parseAgain(std::move(before));
     return false;
+}
+
+bool addComments(Excerpt& excerpt, const Excerpt& other)
+{
+    const std::string known = '\n' + joinComments(excerpt.above, excerpt.after) + '\n';
+    const std::string lines = joinComments(other.above, other.after) + '\n';
+    std::string added;
+    for (std::size_t begin = 0; begin < lines.size();) {
+        const std::size_t end = lines.find('\n', begin);
+        const std::string line = lines.substr(begin, end - begin);
+        if (!line.empty() && !isComment(line))
+            return false;
+        if (!line.empty() && known.find('\n' + line + '\n') == std::string::npos)
+            added += excerpt.indentation + line + excerpt.lineEnd;
+        begin = end + 1;
+    }
+    excerpt.above += added;
+    return !added.empty();
 }
 
 bool canTakeExcerpts(std::size_t count, std::size_t textSize)

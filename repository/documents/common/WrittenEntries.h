@@ -19,6 +19,10 @@ bool holdsEntries(const Document& document, std::string_view path, std::vector<E
 bool insertAsWritten(Document& document, std::string_view path, const Excerpt& excerpt,
                      std::vector<Entry> expected);
 
+// Gives an excerpt the comments of another one that it has not, above it. False where it has them all, or one
+// of them goes over several lines.
+bool addComments(Excerpt& excerpt, const Excerpt& other);
+
 // Whether a text of that size can take so many excerpts in a short time: each of them has all of it read some
 // times.
 bool canTakeExcerpts(std::size_t count, std::size_t textSize);

@@ -392,7 +392,8 @@ bool JsonDocument::becomeExcerpt(const Excerpt& excerpt)
 
 Outcome JsonDocument::removeExcerpt(std::string_view path)
 {
-    const NodeId id = path.empty() ? noNode : file->find(path);
+    const NodeId known = path.empty() ? noNode : file->find(path);
+    const NodeId id = known == noNode ? JsonElements(*file).find(path) : known;
     if (id == noNode)
         return remove(path);
     const std::string leading(file->tree.text(id, JsonPart::Leading));

@@ -73,7 +73,7 @@ void JsonEditor::place(NodeId id)
     if (tree.node(container).count == 1)
         layout.placeOnly(id, layout.opensLines(container));
     else if (tree.node(id).previous == noNode)
-        layout.placeFirst(id);
+        layout.placeFirst(id, true);
     else
         layout.placeAfter(id);
 }
@@ -201,7 +201,7 @@ NodeId JsonEditor::insertText(NodeId list, NodeId previous, const std::string& t
     const NodeId id = tree.insert(list, previous, JsonKind::Text);
     tree.setText(id, JsonPart::Value, encodeString(text));
     if (previous == noNode)
-        layout.placeFirst(id);
+        layout.placeFirst(id, false);
     else
         layout.placeAfter(id);
     return id;

@@ -98,7 +98,7 @@ void JsonLayout::placeOnly(NodeId id, bool inLines)
     tree.setText(container, JsonPart::Closing, {});
 }
 
-void JsonLayout::placeFirst(NodeId id)
+void JsonLayout::placeFirst(NodeId id, bool isAboveComments)
 {
     const NodeId second = tree.node(id).next;
     const NodeId third = tree.node(second).next;
@@ -109,8 +109,16 @@ void JsonLayout::placeFirst(NodeId id)
         between = lastBreakWithBlanks(leading, trivia);
     else if (third != noNode)
         between = leadingBlanks(tree.text(third, JsonPart::Leading));
-    tree.setText(id, JsonPart::Leading, leading);
-    tree.setText(second, JsonPart::Leading, std::move(between));
+    const std::size_t own = findOwnComments(leading);
+    if (!isAboveComments || own == JsonTrivia::npos || own > trivia.lastBreak) {
+        tree.setText(id, JsonPart::Leading, leading);
+        tree.setText(second, JsonPart::Leading, std::move(between));
+        return;
+    }
+    const std::size_t line = skipBreak(leading, trivia.lastBreak);
+    tree.setText(id, JsonPart::Leading, leading.substr(0, own) + leading.substr(line));
+    tree.setText(second, JsonPart::Leading,
+                 leading.substr(trivia.lastBreak, line - trivia.lastBreak) + leading.substr(own));
 }
 
 void JsonLayout::placeAfter(NodeId id)

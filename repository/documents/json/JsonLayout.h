@@ -34,9 +34,10 @@ public:
 
     const JsonStyle& getStyle() const { return style; }
 
-    // Place a newly linked node: as the only child, before all others, or after another.
+    // Place a newly linked node: as the only child, before all others, of which the first may keep its
+    // comments, or after another.
     void placeOnly(NodeId id, bool inLines);
-    void placeFirst(NodeId id);
+    void placeFirst(NodeId id, bool isAboveComments);
     void placeAfter(NodeId id);
 
     // To be called before a node is unlinked.

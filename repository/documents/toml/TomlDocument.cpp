@@ -304,8 +304,10 @@ Outcome TomlDocument::remove(std::string_view path, bool withComments)
         return refused(Reason::tr("the whole document cannot be removed"));
     makeRoom();
     const NodeId id = file->find(path);
-    if (id == noNode)
-        return refused(Reason::tr("there is no entry %1", {quoted(path)}));
+    if (id == noNode) {
+        const auto removed = TomlElements(*file).remove(path, withComments);
+        return removed ? *removed : refused(Reason::tr("there is no entry %1", {quoted(path)}));
+    }
     TomlRemoval(*file).remove(id, withComments);
     return {};
 }

@@ -46,6 +46,19 @@ std::optional<Outcome> TomlElements::insert(std::string_view path, const std::ve
                          : refused(error);
 }
 
+std::optional<Outcome> TomlElements::remove(std::string_view path, bool withComments)
+{
+    const NodeId list = arrayAround(path);
+    const std::size_t position = list == noNode ? 0 : *readIndex(splitLast(path).last);
+    if (list == noNode || !file.isList(list) || position >= countOf(list))
+        return {};
+    const std::string text = file.textOf(list);
+    TomlItems items(text, file.lineEnd);
+    items.remove(position, 1, withComments);
+    TomlEditor(file).rewrite(list, items.apply());
+    return Outcome();
+}
+
 std::optional<Outcome> TomlElements::move(std::string_view path, std::string_view newPath)
 {
     const NodeId array = arrayAround(path);

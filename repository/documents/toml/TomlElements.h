@@ -8,13 +8,14 @@
 
 namespace Repository::Documents {
 
-// Adds and moves elements of arrays, as values and as tables. Nothing for what is not in an array.
+// Adds, removes and moves elements of arrays, as values and as tables. Nothing for what is not in an array.
 class TomlElements
 {
 public:
     explicit TomlElements(TomlFile& tomlFile) : file(tomlFile), tree(tomlFile.tree) {}
 
     std::optional<Outcome> insert(std::string_view path, const std::vector<Entry>& entries);
+    std::optional<Outcome> remove(std::string_view path, bool withComments); // of a list
     std::optional<Outcome> move(std::string_view path, std::string_view newPath);
 
     // Of an element of a list.

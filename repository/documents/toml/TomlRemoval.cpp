@@ -20,19 +20,19 @@ std::string withPart(const std::string& text, const TomlKeyPart& part, const std
 void TomlRemoval::remove(NodeId id, bool withComments)
 {
     if (tree.node(tree.node(id).parent).isInline())
-        removeItems(id);
+        removeItems(id, withComments);
     else
         editor.remove(id, withComments);
 }
 
-void TomlRemoval::removeItems(NodeId id)
+void TomlRemoval::removeItems(NodeId id, bool withComments)
 {
     std::vector<std::string> path;
     const NodeId container = tree.bracketsAround(id, path);
     if (tree.node(container).kind == TomlKind::Array) {
         const std::string text = file.textOf(container);
         TomlItems items(text, file.lineEnd);
-        items.remove(tree.positionOf(id), 1);
+        items.remove(tree.positionOf(id), 1, withComments);
         editor.rewrite(container, items.apply());
         return;
     }

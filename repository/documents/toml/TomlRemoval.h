@@ -18,7 +18,7 @@ public:
     void rename(NodeId id, const std::string& key);
 
 private:
-    void removeItems(NodeId id);
+    void removeItems(NodeId id, bool withComments);
     void renameItems(NodeId id, const std::string& key);
 
     TomlFile& file;

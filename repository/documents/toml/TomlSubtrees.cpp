@@ -64,11 +64,10 @@ std::size_t bracketDepth(std::string_view text)
     return deepest;
 }
 
-// Whether it is a key and a value, without comments.
+// Whether it is a key and a value.
 bool isOneItem(const Excerpt& excerpt)
 {
-    return excerpt.text[0] != '[' && excerpt.names.size() == 1 && excerpt.above.empty() &&
-           excerpt.after.empty();
+    return excerpt.text[0] != '[' && excerpt.names.size() == 1;
 }
 
 // After the key and the separator of a line that is no header.
@@ -132,8 +131,10 @@ std::string TomlSubtrees::commentBehind(NodeId item) const
 
 std::optional<Excerpt> TomlSubtrees::ofItem(NodeId id) const
 {
+    const NodeId container = tree.node(id).parent;
     if (tree.node(id).hasSpan())
-        return ofValue(file.textOf(id), commentBehind(id));
+        return tree.node(container).kind == TomlKind::Array ? ofElement(container, tree.positionOf(id))
+                                                            : ofValue(file.textOf(id));
     Excerpt found;
     found.lineEnd = file.lineEnd;
     std::vector<std::string> path;
@@ -152,13 +153,22 @@ std::optional<Excerpt> TomlSubtrees::ofItem(NodeId id) const
     return found;
 }
 
-Excerpt TomlSubtrees::ofValue(std::string_view value, std::string comment) const
+Excerpt TomlSubtrees::ofElement(NodeId array, std::size_t position) const
+{
+    const std::string text = file.textOf(array);
+    const TomlItems items(text, file.lineEnd);
+    Excerpt found = ofValue(items.item(position));
+    found.above = indentedLines(items.commentsAbove(position), items.indentationOf(position), {});
+    found.after = items.commentBehind(position);
+    return found;
+}
+
+Excerpt TomlSubtrees::ofValue(std::string_view value) const
 {
     Excerpt found;
     found.lineEnd = file.lineEnd;
     found.text = std::string("k = ").append(value);
     found.names.emplace_back(0, 1);
-    found.after = std::move(comment);
     noteLines(found);
     return found;
 }
@@ -168,10 +178,9 @@ std::optional<Excerpt> TomlSubtrees::excerptOfText(std::string_view path) const
     const NodeId list = TomlElements(file).arrayAround(path);
     if (list == noNode || !file.isList(list))
         return {};
-    const TomlItems items(tree.valueText(list), file.lineEnd);
     const std::size_t position = *readIndex(splitLast(path).last);
-    return position < items.count()
-               ? std::optional(ofValue(items.item(position), std::string(items.commentBehind(position))))
+    return position < TomlItems(tree.valueText(list), file.lineEnd).count()
+               ? std::optional(ofElement(list, position))
                : std::nullopt;
 }
 
@@ -276,23 +285,28 @@ bool TomlSubtrees::insert(std::string_view path, const Excerpt& excerpt)
     if (tree.node(parent).kind != TomlKind::InlineTable)
         return excerpt.text[0] == '[' ? insertHeaders(parent, spelled, excerpt)
                                       : insertLines(parent, spelled, excerpt);
-    const bool isItem = isOneItem(excerpt) && !hasBreak(excerpt.text) && tree.node(parent).hasSpan();
-    return isItem && insertItem(parent, tree.node(parent).count, excerptText(excerpt, spelled, {}));
+    const bool isItem = isOneItem(excerpt) && excerpt.above.empty() && excerpt.after.empty() &&
+                        !hasBreak(excerpt.text) && tree.node(parent).hasSpan();
+    return isItem && insertItem(parent, tree.node(parent).count, excerptText(excerpt, spelled, {}), excerpt);
 }
 
 bool TomlSubtrees::insertElement(NodeId array, std::size_t position, const Excerpt& excerpt)
 {
-    if (!tree.node(array).isArray() || position > tree.node(array).count)
-        return false;
     if (tree.node(array).kind == TomlKind::Tables)
-        return insertTable(array, position, excerpt);
-    const bool isItem = isOneItem(excerpt) && readTomlKeyPart(excerpt.text, 0).isLast &&
-                        (!hasBreak(excerpt.text) || !file.isInInlineTable(array));
-    return isItem &&
-           insertItem(array, position, adapted(excerpt.text.substr(valueBegin(excerpt.text)), excerpt));
+        return position <= tree.node(array).count && insertTable(array, position, excerpt);
+    const std::string former = file.textOf(array);
+    const TomlItems items(former, file.lineEnd);
+    const bool hasPlace =
+        position <= items.count() &&
+        (items.insertsLines(position) || (excerpt.above.empty() && excerpt.after.empty())) &&
+        (!hasBreak(excerpt.text) || !file.isInInlineTable(array));
+    return hasPlace && isOneItem(excerpt) && readTomlKeyPart(excerpt.text, 0).isLast &&
+           insertItem(array, position, adapted(excerpt.text.substr(valueBegin(excerpt.text)), excerpt),
+                      excerpt);
 }
 
-bool TomlSubtrees::insertItem(NodeId container, std::size_t position, const std::string& item)
+bool TomlSubtrees::insertItem(NodeId container, std::size_t position, const std::string& item,
+                              const Excerpt& excerpt)
 {
     std::size_t depth = 1 + bracketDepth(item);
     for (NodeId id = container; tree.node(id).isInline(); id = tree.node(id).parent)
@@ -301,7 +315,7 @@ bool TomlSubtrees::insertItem(NodeId container, std::size_t position, const std:
         return false;
     const std::string former = file.textOf(container);
     TomlItems items(former, file.lineEnd);
-    items.insert(std::min(position, items.count()), {item});
+    items.insert(std::min(position, items.count()), {item}, excerpt.after, excerpt.above);
     TomlEditor(file).rewrite(container, items.apply());
     return true;
 }

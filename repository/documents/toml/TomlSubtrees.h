@@ -27,7 +27,8 @@ public:
 
 private:
     std::optional<Excerpt> ofItem(NodeId id) const;
-    Excerpt ofValue(std::string_view value, std::string comment) const;
+    Excerpt ofElement(NodeId array, std::size_t position) const;
+    Excerpt ofValue(std::string_view value) const;
     std::string commentBehind(NodeId item) const;
     std::optional<Excerpt> ofStatements(NodeId id, NodeId named) const;
     bool appendStatement(Excerpt& target, StatementId statement, NodeId named, bool inHeaders) const;
@@ -36,7 +37,7 @@ private:
     bool insertTable(NodeId tables, std::size_t position, const Excerpt& excerpt);
     bool insertLines(NodeId parent, const std::string& key, const Excerpt& excerpt);
     bool insertHeaders(NodeId parent, const std::string& key, const Excerpt& excerpt);
-    bool insertItem(NodeId container, std::size_t position, const std::string& item);
+    bool insertItem(NodeId container, std::size_t position, const std::string& item, const Excerpt& excerpt);
     std::string adapted(const std::string& text, const Excerpt& excerpt) const;
     std::string linesOf(const std::string& text, const Excerpt& excerpt,
                         const std::string& indentation) const;

@@ -309,7 +309,7 @@ void YamlDocument::visitSpans(const SpanVisitor& visitor) const
 
 std::string YamlDocument::comment(std::string_view path) const
 {
-    const NodeId id = path.empty() || file->isEdited() ? noNode : file->find(path);
+    const NodeId id = path.empty() || file->isEdited() ? noNode : file->findElement(path);
     if (id == noNode)
         return {};
     const YamlTree::Origin origin = file->tree.originOf(id);
