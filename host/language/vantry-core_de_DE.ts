@@ -1818,6 +1818,10 @@
         <source>its value is on the line of &quot;---&quot;, below which no entry can go</source>
         <translation>der Wert steht in der Zeile von „---“, unter der kein Eintrag stehen kann</translation>
     </message>
+    <message>
+        <source>this line is not indented more than the entry above, to which it would belong</source>
+        <translation>diese Zeile ist nicht weiter eingerückt als der Eintrag darüber, zu dem sie gehören würde</translation>
+    </message>
 </context>
 <context>
     <name>Repository</name>

@@ -333,8 +333,6 @@ private slots:
             "what is around it");
         row("behind an anchor", "a: &x\nb\n", setTo("a", {Type::ByteArray, std::string("c")}),
             "what is around it");
-        row("in the column of its key", "a:\nb\n", setTo("a", {Type::ByteArray, std::string("c")}),
-            "what is around it");
         row("not UTF-8", "a: 1\n", setTo("a", text("\xFF")), "not valid UTF-8");
         row("one of two documents", "a: 1\n---\nb: 2\n", drop("0"), "of two documents none");
         row("before directives", "%YAML 1.2\n---\na: 1\n---\nb: 2\n", addElement("0", {{"c", integer(3)}}),

@@ -297,6 +297,12 @@ private slots:
             "filled in");
         row("version", "# a\n%YAML 3.0\n---\nb\n", "2:1: only YAML of version 1 is read, as 1.2 is");
         row("digit", "a: b\nc:\n  - |0\n   d\n", "3:5: the digit of a block of text is one from 1 to 9");
+        row("column of the key", "k:\n  a:\n  \"b\"\n",
+            "3:3: this line is not indented more than the entry above, to which it would belong");
+        row("column of the key at the end", "a:\nb",
+            "2:1: this line is not indented more than the entry above, to which it would belong");
+        row("column of the element", "- -\n  [a]\n",
+            "2:3: this line is not indented more than the entry above, to which it would belong");
         row("words of the library", "a: \"b\\d\"\n", "1:6: invalid escape 'd' in double-quoted string");
     }
 

@@ -58,6 +58,8 @@ Outcome YamlBuilder::take(const YamlEvent& event)
     Outcome layout = checkBrackets(event);
     if (layout.ok())
         layout = checkBlock(event);
+    if (layout.ok())
+        layout = checkColumn(event);
     if (!layout.ok())
         return layout;
     if (event.kind == YamlEvent::Kind::DocumentStart) {
@@ -118,6 +120,15 @@ Outcome YamlBuilder::checkBrackets(const YamlEvent& event) const
     return {};
 }
 
+// Whether the key is behind a "?".
+bool YamlBuilder::isKeyExplicit(const Frame& frame) const
+{
+    const std::string_view text = source();
+    const std::size_t before = text.substr(0, frame.key).find_last_not_of(" \t\r\n");
+    return before != std::string_view::npos && text[before] == '?' &&
+           text.find_first_not_of(" -?:", findYamlLine(text, before)) >= before;
+}
+
 // libfyaml lets a block begin on the line of its key where the first key in it is empty.
 Outcome YamlBuilder::checkBlock(const YamlEvent& event) const
 {
@@ -126,17 +137,38 @@ Outcome YamlBuilder::checkBlock(const YamlEvent& event) const
     const bool isBlock = event.isCollection() && event.style == YamlStyle::Block;
     if (!isBlock || !frame.isMap || !frame.hasKey || tree.node(frame.id).isFlow())
         return {};
-    const std::size_t before = text.substr(0, frame.key).find_last_not_of(" \t\r\n");
-    const bool isExplicit = before != std::string_view::npos && text[before] == '?' &&
-                            text.find_first_not_of(" -?:", findYamlLine(text, before)) >= before;
     const std::size_t colon = skipYamlTrivia(text, frame.keyEnd);
-    if (isExplicit || colon >= text.size() || text[colon] != ':')
+    if (isKeyExplicit(frame) || colon >= text.size() || text[colon] != ':')
         return {};
     const std::size_t begin = skipYamlBlanks(text, colon + 1);
     const bool isOnLine =
         begin < text.size() && text.substr(begin, 1).find_first_of("\r\n#&!") == std::string_view::npos;
     return isOnLine ? outcomeAt(text, begin, Reason::tr("a map cannot begin on the line of its key"))
                     : Outcome();
+}
+
+// libfyaml lets a value on a line of its own begin in the column of its key or "-".
+Outcome YamlBuilder::checkColumn(const YamlEvent& event) const
+{
+    const std::string_view text = source();
+    const Frame& frame = frames.back();
+    const YamlNode& around = tree.node(frame.id);
+    const bool isValue =
+        around.style == YamlStyle::Block && !isInKey() &&
+        (frame.isMap ? frame.hasKey && !frame.hasKeyProperties : around.kind == YamlKind::Sequence);
+    const bool isBlock = event.style == YamlStyle::Literal || event.style == YamlStyle::Folded ||
+                         (event.isCollection() && event.style == YamlStyle::Block);
+    if (!isValue || isBlock || event.isEnd() || !event.token.exists())
+        return {};
+    const std::size_t begin = std::min(event.begin(), event.token.begin);
+    const std::size_t before = begin == 0 ? std::string_view::npos : text.find_last_not_of(" \t", begin - 1);
+    const std::size_t column = frame.isMap ? columnOfYaml(text, frame.key) : columnOfYaml(text, around.value);
+    if (before == std::string_view::npos || !isYamlBreak(text[before]) || begin - before - 1 > column ||
+        (frame.isMap && isKeyExplicit(frame)))
+        return {};
+    return outcomeAt(
+        text, begin,
+        Reason::tr("this line is not indented more than the entry above, to which it would belong"));
 }
 
 std::string YamlBuilder::nameOf(const YamlRange& anchor) const

@@ -50,7 +50,9 @@ private:
 
     Outcome take(const YamlEvent& event);
     Outcome checkBrackets(const YamlEvent& event) const;
+    bool isKeyExplicit(const Frame& frame) const;
     Outcome checkBlock(const YamlEvent& event) const;
+    Outcome checkColumn(const YamlEvent& event) const;
     bool isInKey() const { return keyDepth > 0; }
     bool expectsKey() const;
     void startKey(const YamlEvent& event);
