@@ -148,7 +148,7 @@ private:
         const std::string_view above = std::string_view(before).substr(0, span ? span->offset : 0);
         const std::size_t tag = above.rfind("@type");
         const bool hasTag =
-            tag != std::string_view::npos && std::count(above.begin() + tag, above.end(), '\n') <= 1;
+            tag != std::string_view::npos && std::count(above.begin() + tag, above.end(), '\n') <= 2;
         const bool isOfText = value.type == Type::String || value.type == Type::ByteArray;
         const bool keepsTag = wasNamed == document->namesType(entry.path) && !(hasTag && isOfText) &&
                               (!wasNamed || (value.type == entry.value.type && !toText(value).empty()));

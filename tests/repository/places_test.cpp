@@ -69,7 +69,7 @@ private slots:
         const auto row = TestSupport::columns<QString, QByteArray, QString>("format", "bytes", "place");
         row("json", "json", "{\"a\": [\"x\",\n  \"ä\", \"z\"]}", "2:8 ");
         row("toml", "toml", "b = 1\na = [ # c\n  'x',\n  'ä', 'z'\n]\n", "4:8 ");
-        row("yaml", "yaml", "a:\n  - x\n  - ä\n  - z # c\n", "4:5 ");
+        row("yaml", "yaml", "a:\n  - x\n  - ä\n  - z # c\n", "4:5 # c");
         row("yaml in brackets", "yaml", "a: [x, ä, z]\n", "1:11 ");
     }
 
