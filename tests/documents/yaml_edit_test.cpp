@@ -339,6 +339,7 @@ private slots:
             "would take them over");
         row("behind a tab", "a:\n \tb\n", setTo("a", text("no")), "indented by a tab");
         row("anchor of a list", "l: [&x v, b]\na: *x\n", setTo("l", list({"b"})), "is used at line 2");
+        row("only entry of a pair", "[p, a: 1]\n", drop("1.a"), "YAML would still read it there");
         row("lines of a pair", "[a: 1]\n", add("0.b", integer(1)), "can have no other");
     }
 

@@ -166,7 +166,7 @@ void BracketItems::removeInLine(std::size_t from, std::size_t last)
         edits.push_back({comma, !keeps ? end : keepsComma ? comma : comma + 1, {}});
         if (keeps)
             edits.push_back({begin, end, {}});
-    } else if (isBlankLine(text.substr(1, begin - 1)) &&
+    } else if (end < text.size() && isBlankLine(text.substr(1, begin - 1)) && // not in a pair without braces
                isBlankLine(text.substr(end, text.size() - 1 - end))) {
         edits.push_back({1, text.size() - 1, {}});
     } else {
