@@ -162,9 +162,10 @@ Outcome YamlBuilder::checkColumn(const YamlEvent& event) const
         return {};
     const std::size_t begin = std::min(event.begin(), event.token.begin);
     const std::size_t before = begin == 0 ? std::string_view::npos : text.find_last_not_of(" \t", begin - 1);
-    const std::size_t column = frame.isMap ? columnOfYaml(text, frame.key) : columnOfYaml(text, around.value);
-    if (before == std::string_view::npos || !isYamlBreak(text[before]) || begin - before - 1 > column ||
-        (frame.isMap && isKeyExplicit(frame)))
+    if (before == std::string_view::npos || !isYamlBreak(text[before]))
+        return {};
+    const std::size_t column = columnOfYaml(text, frame.isMap ? frame.key : around.value);
+    if (begin - before - 1 > column || (frame.isMap && isKeyExplicit(frame)))
         return {};
     return outcomeAt(
         text, begin,
