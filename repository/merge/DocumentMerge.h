@@ -32,10 +32,10 @@ struct MergedDocument
 // what leads from the base to mine. Without Qt, so that it can be tried on texts alone. Theirs has at the
 // watched paths of mine what is asked for.
 //
-// The elements of an array are told by their content: they are edited where they are now, and removed, added
-// and moved beside those that they were beside. Where one side has taken out what the other has changed, or
-// both have ordered an array anew, all of it is in conflict. Siblings of one name have numbers for paths;
-// where one side gave them other numbers, what both changed there is a conflict, too.
+// The elements of an array are identified by their content: they are edited where they are now, and removed,
+// added and moved beside those that they were beside. Where one side has taken out what the other has
+// changed, or both have ordered an array anew, all of it is in conflict. Siblings of one name have numbers
+// for paths; where one side gave them other numbers, what both changed there is a conflict, too.
 MergedDocument mergeDocuments(const std::string& type, const Documents::Document& base,
                               const Documents::Document& mine, std::unique_ptr<Documents::Document> theirs,
                               const PathSet& watched);

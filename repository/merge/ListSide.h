@@ -11,7 +11,8 @@
 namespace Repository {
 
 // What one side of a merge made of the elements of a list: which of them it has kept, changed and taken out.
-// They are told by their content, and those that were changed by what is left of it and by their neighbours.
+// They are identified by their content, and those that were changed by what is left of it and by their
+// neighbours.
 class ListSide
 {
 public:
@@ -44,7 +45,7 @@ public:
     // Whether this one may be meant as well where one just like it beside it went.
     bool mayBeRemoved(std::size_t origin) const { return uncertain[origin]; }
 
-    // Whether it is only told by its place that it has become another one.
+    // Whether nothing but its place identifies it, as it has become another one.
     bool isReshaped(std::size_t origin) const { return reshaped[origin]; }
 
     // The hunk in which an element of the base is.

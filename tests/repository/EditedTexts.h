@@ -57,4 +57,18 @@ inline Texts conflictsOf(const EditedDocument& edited)
     return paths;
 }
 
+// Of a test whose rows are texts: merges theirs into mine, both made from the base.
+inline void mergeRow()
+{
+    QFETCH(QByteArray, type);
+    QFETCH(QByteArray, base);
+    QFETCH(QByteArray, mine);
+    QFETCH(QByteArray, theirs);
+    EditedDocument edited(type.toStdString());
+    QVERIFY(edited.load(base.toStdString()).ok());
+    QVERIFY(edited.replaceText(mine.toStdString()).ok());
+    QCOMPARE(merge(edited, theirs.toStdString()), QByteArray());
+    QTEST(QByteArray::fromStdString(edited.getText()), "merged");
+}
+
 } // namespace EditedTexts

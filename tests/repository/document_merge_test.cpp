@@ -181,19 +181,7 @@ private slots:
             "l: []\nk: 2\n");
     }
 
-    // Elements of an array are told by what they were, not by their numbers.
-    void mergesWhatIsWritten()
-    {
-        QFETCH(QByteArray, type);
-        QFETCH(QByteArray, base);
-        QFETCH(QByteArray, mine);
-        QFETCH(QByteArray, theirs);
-        EditedDocument edited(type.toStdString());
-        QVERIFY(edited.load(base.toStdString()).ok());
-        QVERIFY(edited.replaceText(mine.toStdString()).ok());
-        QCOMPARE(merge(edited, theirs.toStdString()), QByteArray());
-        QTEST(QByteArray::fromStdString(edited.getText()), "merged");
-    }
+    void mergesWhatIsWritten() { mergeRow(); }
 
     // What was written as a comment is in the result, or in a conflict.
     void tellsOfLostComments_data()
@@ -476,7 +464,7 @@ private:
         return lines;
     }
 
-    // Mine take every fourth text, theirs the ones between: of an element of an array, which is told by what
+    // Mine take every fourth text, theirs the ones between: of an element of an array, which is known by what
     // is left of it, most stays. False when there are too few.
     static bool mergeSides(EditedDocument& mine, const std::string& type)
     {
